@@ -1,0 +1,22 @@
+# Runs one qorin invocation and compares its standard output (line endings
+# normalised) with the expected file and its exit status with EXPECT_STATUS.
+set(input_args)
+if(STDIN_FILE)
+  set(input_args INPUT_FILE ${STDIN_FILE})
+endif()
+execute_process(COMMAND ${COMMAND} ${input_args}
+  RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+string(REPLACE "\r\n" "\n" out "${out}")
+string(REPLACE "\r\n" "\n" err "${err}")
+if(NOT status STREQUAL EXPECT_STATUS)
+  message(FATAL_ERROR "exit status ${status}, expected ${EXPECT_STATUS}\nstdout:\n${out}\nstderr:\n${err}")
+endif()
+if(EXPECT_FILE AND NOT IS_DIRECTORY "${EXPECT_FILE}")
+  file(READ ${EXPECT_FILE} expected)
+  if(NOT out STREQUAL expected)
+    message(FATAL_ERROR "stdout differs from ${EXPECT_FILE}\n--- got:\n${out}\n--- expected:\n${expected}\nstderr:\n${err}")
+  endif()
+endif()
+if(EXPECT_STDERR AND NOT err MATCHES "${EXPECT_STDERR}")
+  message(FATAL_ERROR "stderr does not match '${EXPECT_STDERR}':\n${err}")
+endif()

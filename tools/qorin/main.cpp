@@ -1,0 +1,54 @@
+// qorin: the library's main jobs from a shell. Commands register themselves
+// (command.h); this file only dispatches and maps CLI11's errors to statuses.
+#include "command.h"
+
+#include <iostream>
+#include <map>
+
+namespace qorin::tool {
+
+namespace {
+std::vector<Command>& command_list() {
+  static std::vector<Command> commands;
+  return commands;
+}
+}  // namespace
+
+const std::vector<Command>& registered_commands() { return command_list(); }
+
+CommandRegistration::CommandRegistration(std::string name, std::string summary, CommandSetup setup) {
+  command_list().push_back({std::move(name), std::move(summary), std::move(setup)});
+}
+
+int usage_error(const std::string& message) {
+  std::cerr << "qorin: " << message << "\n";
+  return kExitUsage;
+}
+
+}  // namespace qorin::tool
+
+int main(int argc, char** argv) {
+  using namespace qorin::tool;
+  CLI::App app{"qorin: check and convert parameter values, units and annotations"};
+  app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
+  app.require_subcommand(1);
+  std::map<CLI::App*, CommandRun> runs;
+  for (const Command& command : registered_commands()) {
+    CLI::App* sub = app.add_subcommand(command.name, command.summary);
+    runs[sub] = command.setup(*sub);
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::ParseError& e) {
+    app.exit(e);
+    return kExitUsage;
+  }
+  for (auto& [sub, run] : runs) {
+    if (sub->parsed()) return run();
+  }
+  return kExitUsage;
+}
