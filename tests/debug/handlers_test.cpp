@@ -2,31 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace {
 
+using Log = std::vector<std::string>;
+
 // A library-foreign exception type, as a host program might have.
 struct ForeignError {
   std::string text;
 };
 
-// Recognises ForeignError: adds context to it in place of rethrowMessage and
-// describes it. Logs every call under its name.
+// Recognises ForeignError: when `takesOver`, adds context to it in place of
+// rethrowMessage; describes it as `description`. Logs its calls.
 class ForeignHandler : public qorin::ExceptionHandlerBase {
  public:
-  ForeignHandler(std::string name, std::vector<std::string>& log) : name_(std::move(name)), log_(log) {}
+  ForeignHandler(std::string name, Log& log) : name_(std::move(name)), log_(log) {}
 
   void handleRethrow(const std::string& message) override {
     log_.push_back(name_ + ".handleRethrow");
-    if (!takesOver) return;
     try {
       throw;
-    } catch (ForeignError& inFlight) {
-      throw ForeignError{message + " (" + name_ + "): " + inFlight.text};
+    } catch (const ForeignError& inFlight) {
+      if (takesOver) throw ForeignError{message + " (" + name_ + "): " + inFlight.text};
     } catch (...) {
     }
   }
@@ -41,104 +41,78 @@ class ForeignHandler : public qorin::ExceptionHandlerBase {
 
  private:
   std::string name_;
-  std::vector<std::string>& log_;
+  Log& log_;
 };
 
-using Log = std::vector<std::string>;
-
-std::string messageOf(const std::function<void()>& throwIt) {
+template <typename E>
+std::string rethrownText(const E& original, const std::string& message) {
   try {
-    throwIt();
+    try {
+      throw original;
+    } catch (...) {
+      qorin::rethrowMessage(message);
+    }
+  } catch (const ForeignError& caught) {
+    return caught.text;
+  } catch (const qorin::MoreInfoForException& caught) {
+    return caught.fullMessage();
+  }
+}
+
+template <typename E>
+std::string reportedText(const E& original) {
+  try {
+    throw original;
   } catch (...) {
     return qorin::getExceptionMessage("", "");
   }
-  return "nothing thrown";
 }
 
-TEST(ExceptionHandlers, AreAskedNewestFirstUntilOneThrows) {
+TEST(ExceptionHandlers, AreOfferedTheRethrowNewestFirstUntilOneThrows) {
   Log log;
   ForeignHandler older("older", log);
   ForeignHandler newer("newer", log);
   older.takesOver = true;
-  try {
-    try {
-      throw ForeignError{"bad pin"};
-    } catch (...) {
-      qorin::rethrowMessage("Loading");
-    }
-  } catch (const ForeignError& caught) {
-    EXPECT_EQ(caught.text, "Loading (older): bad pin");
-  }
+  EXPECT_EQ(rethrownText(ForeignError{"bad pin"}, "Loading"), "Loading (older): bad pin");
   EXPECT_EQ(log, (Log{"newer.handleRethrow", "older.handleRethrow"}));
 
-  log.clear();
   newer.takesOver = true;
-  try {
-    try {
-      throw ForeignError{"bad pin"};
-    } catch (...) {
-      qorin::rethrowMessage("Loading");
-    }
-  } catch (const ForeignError& caught) {
-    EXPECT_EQ(caught.text, "Loading (newer): bad pin");
-  }
+  log.clear();
+  EXPECT_EQ(rethrownText(ForeignError{"bad pin"}, "Loading"), "Loading (newer): bad pin");
   EXPECT_EQ(log, Log{"newer.handleRethrow"});
+
+  // Standard exceptions are offered before they are wrapped; exceptions that
+  // already carry context are not offered.
+  log.clear();
+  EXPECT_EQ(rethrownText(std::out_of_range("idx"), "m"), "m: idx");
+  EXPECT_EQ(rethrownText(qorin::MoreInfoForException("idx"), "m"), "m: idx");
+  EXPECT_EQ(log, (Log{"newer.handleRethrow", "older.handleRethrow"}));
 }
 
-TEST(ExceptionHandlers, SeeStandardExceptionsBeforeTheyAreWrapped) {
-  Log log;
-  ForeignHandler handler("h", log);
-  try {
-    try {
-      throw std::out_of_range("idx");
-    } catch (...) {
-      qorin::rethrowMessage("m");
-    }
-  } catch (const qorin::MoreInfoForException& caught) {
-    EXPECT_EQ(log, Log{"h.handleRethrow"});
-    EXPECT_EQ(caught.fullMessage(), "m: idx");
-    // Already carrying context: the handlers are not asked again.
-    log.clear();
-    EXPECT_EQ(messageOf([] { qorin::rethrowMessage("n"); }), "n: m: idx");
-    EXPECT_EQ(log, Log{});
-  }
-}
-
-TEST(ExceptionHandlers, DescribeNonContextExceptionsFirstNonEmptyWins) {
+TEST(ExceptionHandlers, DescribeExceptionsWithoutContextFirstNonEmptyWins) {
   Log log;
   ForeignHandler older("older", log);
   ForeignHandler newer("newer", log);
-  const auto foreign = [] { throw ForeignError{"x"}; };
-  const auto standard = [] { throw std::runtime_error("what"); };
-  const auto withContext = [] { throw qorin::MoreInfoForException("context"); };
-
-  EXPECT_EQ(messageOf(foreign), "Unknown exception encountered.");
-  EXPECT_EQ(log, (Log{"newer.describe", "older.describe"}));
-  EXPECT_EQ(messageOf(standard), "what");
-
-  older.description = "from older";
-  EXPECT_EQ(messageOf(foreign), "from older");
-  EXPECT_EQ(messageOf(standard), "from older");
-  newer.description = "from newer";
-  log.clear();
-  EXPECT_EQ(messageOf(foreign), "from newer");
-  EXPECT_EQ(log, Log{"newer.describe"});
-
-  log.clear();
-  EXPECT_EQ(messageOf(withContext), "context");
-  EXPECT_EQ(log, Log{});
-}
-
-TEST(ExceptionHandlers, OnlyLiveOriginalsAreAsked) {
-  Log log;
-  ForeignHandler kept("kept", log);
   {
     ForeignHandler gone("gone", log);
-    const ForeignHandler copy(kept);  // not registered
-    (void)copy;
+    const ForeignHandler copy(older);  // copies are not registered
   }
-  messageOf([] { throw ForeignError{"x"}; });
-  EXPECT_EQ(log, Log{"kept.describe"});
+  const ForeignError foreign{"x"};
+  const std::runtime_error standard("what");
+
+  EXPECT_EQ(reportedText(foreign), "Unknown exception encountered.");
+  EXPECT_EQ(reportedText(standard), "what");
+  EXPECT_EQ(log, (Log{"newer.describe", "older.describe", "newer.describe", "older.describe"}));
+  older.description = "from older";
+  EXPECT_EQ(reportedText(foreign), "from older");
+  newer.description = "from newer";
+  log.clear();
+  EXPECT_EQ(reportedText(foreign), "from newer");
+  EXPECT_EQ(log, Log{"newer.describe"});
+
+  // A standard exception's what() yields to a handler; a fullMessage() does not.
+  EXPECT_EQ(reportedText(standard), "from newer");
+  EXPECT_EQ(reportedText(qorin::MoreInfoForException("context")), "context");
 }
 
 }  // namespace

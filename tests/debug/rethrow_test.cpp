@@ -39,10 +39,9 @@ void expectKeepsItsType(const T& original) {
     throwWithContext(original, "m");
   } catch (const T& caught) {
     EXPECT_EQ(caught.what(), what);
-    const auto* more = dynamic_cast<const qorin::MoreInfoForException*>(&caught);
-    ASSERT_NE(more, nullptr);
-    EXPECT_EQ(more->fullMessage(), "m: " + what);
-    EXPECT_EQ(more->getMessages(), (Messages{what, "m"}));
+    const auto& more = dynamic_cast<const qorin::MoreInfoForException&>(caught);
+    EXPECT_EQ(more.getMessages(), (Messages{what, "m"}));
+    EXPECT_EQ(more.fullMessage(), "m: " + what);
     return;
   } catch (...) {
   }
@@ -73,42 +72,25 @@ TEST(RethrowMessage, KeepsTheMostDerivedStandardType) {
   expectKeepsItsType(std::exception());
 }
 
-struct DiskFull : std::runtime_error {
-  DiskFull() : std::runtime_error("disk full") {}
-};
-
 struct OwnText : std::exception {
   const char* what() const noexcept override { return "own text"; }
 };
 
-TEST(RethrowMessage, AUserTypeBecomesItsNearestStandardBase) {
-  try {
-    throwWithContext(DiskFull(), "Saving");
-  } catch (const DiskFull&) {
-    ADD_FAILURE() << "the user type cannot be re-created";
-  } catch (const std::runtime_error& caught) {
-    EXPECT_STREQ(caught.what(), "disk full");
-    EXPECT_EQ(dynamic_cast<const qorin::MoreInfoForException&>(caught).fullMessage(),
-              "Saving: disk full");
-  }
-  // The context starts from the caught object's own what(), not its copy's.
+TEST(RethrowMessage, AUserTypeBecomesItsStandardBaseWithItsOwnText) {
   try {
     throwWithContext(OwnText(), "m");
+  } catch (const OwnText&) {
+    ADD_FAILURE() << "the user type cannot be re-created";
   } catch (const qorin::MoreInfoForException& caught) {
     EXPECT_EQ(caught.fullMessage(), "m: own text");
-    EXPECT_NE(dynamic_cast<const std::exception*>(&caught), nullptr);
   }
 }
 
-TEST(RethrowMessage, ASecondContextGrowsTheSameObject) {
+TEST(RethrowMessage, FurtherContextGrowsTheSameObject) {
   const void* first = nullptr;
   try {
     try {
-      try {
-        throw std::out_of_range("idx");
-      } catch (...) {
-        qorin::rethrowMessage("m");
-      }
+      throwWithContext(std::out_of_range("idx"), "m");
     } catch (const qorin::MoreInfoForException& caught) {
       first = &caught;
       qorin::rethrowMessage("n");
@@ -116,21 +98,9 @@ TEST(RethrowMessage, ASecondContextGrowsTheSameObject) {
   } catch (const qorin::MoreInfoForException& caught) {
     EXPECT_EQ(&caught, first);
     EXPECT_EQ(caught.fullMessage(), "n: m: idx");
-    EXPECT_EQ(caught.getMessages(), (Messages{"idx", "m", "n"}));
     EXPECT_STREQ(dynamic_cast<const std::out_of_range&>(caught).what(), "idx");
   }
-}
-
-TEST(RethrowMessage, RepeatedContextIsNotPrefixedTwice) {
-  try {
-    throwWithContext(std::runtime_error("Saving: disk full"), "Saving");
-  } catch (const qorin::MoreInfoForException& caught) {
-    EXPECT_EQ(caught.fullMessage(), "Saving: disk full");
-    EXPECT_EQ(caught.getMessages(), (Messages{"Saving: disk full", "Saving"}));
-  }
-}
-
-TEST(RethrowMessage, AMoreInfoForExceptionOfTheCallerKeepsItsType) {
+  // A caller's own MoreInfoForException type is kept as well.
   struct CallerError : std::runtime_error, qorin::MoreInfoForException {
     CallerError() : std::runtime_error("caller"), qorin::MoreInfoForException("caller") {}
   };
@@ -150,21 +120,7 @@ TEST(RethrowMessage, AnUnknownExceptionPassesUnchanged) {
   try {
     throwWithContext(42, "lost");
   } catch (...) {
-    EXPECT_EQ(qorin::getExceptionMessage("", ""), "Unknown exception encountered.");
     EXPECT_EQ(qorin::getExceptionMessage("B", "A"), "B\nUnknown exception encountered.\nA");
-  }
-}
-
-TEST(GetExceptionMessage, UsesTheFullMessageOrWhat) {
-  try {
-    throw std::runtime_error("disk full");
-  } catch (...) {
-    EXPECT_EQ(qorin::getExceptionMessage("Saving design", ""), "Saving design\ndisk full");
-  }
-  try {
-    throw qorin::MoreInfoForException("outer", "inner");
-  } catch (...) {
-    EXPECT_EQ(qorin::getExceptionMessage("", "A"), "outer: inner\nA");
   }
 }
 
