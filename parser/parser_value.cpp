@@ -109,12 +109,13 @@ void ParserValue::update_combined_value() {
     return;
   }
   const std::string& unit = units_.unit_name();
-  if (use_dbmtow_functions_ && (unit == "dBm" || unit == "dBW")) {
-    combined_value_ = (unit == "dBm" ? "dbmtow(" : "dbwtow(") + value_ + ")";
+  const bool dbm = unit == std::string_view("dBm");
+  if (use_dbmtow_functions_ && (dbm || unit == std::string_view("dBW"))) {
+    combined_value_.assign(dbm ? "dbmtow(" : "dbwtow(").append(value_).append(")");
   } else if (parenthesised_) {
-    combined_value_ = "(" + value_ + ") " + unit;
+    combined_value_.assign("(").append(value_).append(") ").append(unit);
   } else {
-    combined_value_ = value_ + unit;
+    combined_value_.assign(value_).append(unit);
   }
 }
 

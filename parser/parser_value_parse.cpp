@@ -24,14 +24,18 @@ bool is_power(const UnitType* type) {
 
 // Users type "dbm" for dBm often enough that it is accepted, for that one unit.
 constexpr std::string_view kLowerDbm = "dbm";
+constexpr std::string_view kDbm = "dBm";
 
-// How many trailing bytes of `text` stand for `multiplier`, or 0.
+// How many trailing bytes of `text` stand for `multiplier`, or 0. The last
+// byte is compared first: most multipliers fail there, without a memcmp.
 std::size_t matched_tail(std::string_view text, const UnitMultiplier& multiplier, bool power) {
+  if (text.empty()) return 0;
   const std::string& name = multiplier.unit_name();
-  if (detail::ends_with(text, name)) return name.size();
-  if (power && name == "dBm" && detail::ends_with(text, kLowerDbm)) return kLowerDbm.size();
-  if (multiplier.suffix() != 0 && !text.empty() && text.back() == multiplier.suffix()) return 1;
-  return 0;
+  if (text.back() == name.back() && detail::ends_with(text, name)) return name.size();
+  if (power && text.back() == 'm' && detail::ends_with(text, kLowerDbm) && name == kDbm) {
+    return kLowerDbm.size();
+  }
+  return multiplier.suffix() != 0 && text.back() == multiplier.suffix() ? 1 : 0;
 }
 
 struct PowerCall {
@@ -42,14 +46,16 @@ struct PowerCall {
 // "dbmtow(v)" / "dbwtow(v)" as update_combined_value writes them, with blanks
 // allowed around and inside the parentheses.
 bool read_power_call(std::string_view text, PowerCall* call) {
-  const char* unit_name = detail::begins_with(text, "dbmtow")   ? "dBm"
-                          : detail::begins_with(text, "dbwtow") ? "dBW"
-                                                                : nullptr;
-  if (unit_name == nullptr) return false;
+  static const UnitAndMultiplier dbm = units::find_unit("dBm");
+  static const UnitAndMultiplier dbw = units::find_unit("dBW");
+  const UnitAndMultiplier* unit = detail::begins_with(text, "dbmtow")   ? &dbm
+                                  : detail::begins_with(text, "dbwtow") ? &dbw
+                                                                        : nullptr;
+  if (unit == nullptr) return false;
   const std::string_view argument = detail::trim_blanks(text.substr(6));
   if (!detail::is_parenthesised(argument)) return false;
   call->argument = std::string(detail::trim_blanks(argument.substr(1, argument.size() - 2)));
-  call->unit = units::find_unit(unit_name);
+  call->unit = *unit;
   return true;
 }
 
@@ -57,7 +63,7 @@ const UnitMultiplier* find_scaled_unit(const UnitType& type, const std::string& 
   const bool power = is_power(&type);
   for (const UnitMultiplier& m : type.multipliers()) {
     const bool letter = text.size() == 1 && m.suffix() != 0 && text[0] == m.suffix();
-    if (letter || m.unit_name() == text || (power && m.unit_name() == "dBm" && text == kLowerDbm)) {
+    if (letter || m.unit_name() == text || (power && m.unit_name() == kDbm && text == kLowerDbm)) {
       return &m;
     }
   }

@@ -10,7 +10,12 @@ namespace {
 
 const UnitMultiplier* find_in_type(const UnitType& type, std::string_view name) {
   for (const UnitMultiplier& multiplier : type.multipliers()) {
-    if (multiplier.unit_name() == name) return &multiplier;
+    const std::string& candidate = multiplier.unit_name();
+    // Most names differ in length or first byte; skip the memcmp call for them.
+    if (candidate.size() == name.size() && !name.empty() && candidate[0] == name[0] &&
+        candidate == name) {
+      return &multiplier;
+    }
   }
   return nullptr;
 }
