@@ -46,13 +46,16 @@ struct PowerCall {
 // "dbmtow(v)" / "dbwtow(v)" as update_combined_value writes them, with blanks
 // allowed around and inside the parentheses.
 bool read_power_call(std::string_view text, PowerCall* call) {
+  constexpr std::string_view kDbmCall = "dbmtow";
+  constexpr std::string_view kDbwCall = "dbwtow";
+  static_assert(kDbmCall.size() == kDbwCall.size());
   static const UnitAndMultiplier dbm = units::find_unit("dBm");
   static const UnitAndMultiplier dbw = units::find_unit("dBW");
-  const UnitAndMultiplier* unit = detail::begins_with(text, "dbmtow")   ? &dbm
-                                  : detail::begins_with(text, "dbwtow") ? &dbw
+  const UnitAndMultiplier* unit = detail::begins_with(text, kDbmCall)   ? &dbm
+                                  : detail::begins_with(text, kDbwCall) ? &dbw
                                                                         : nullptr;
   if (unit == nullptr) return false;
-  const std::string_view argument = detail::trim_blanks(text.substr(6));
+  const std::string_view argument = detail::trim_blanks(text.substr(kDbmCall.size()));
   if (!detail::is_parenthesised(argument)) return false;
   call->argument = std::string(detail::trim_blanks(argument.substr(1, argument.size() - 2)));
   call->unit = *unit;

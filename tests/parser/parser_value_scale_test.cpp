@@ -31,20 +31,13 @@ std::string scale_error(const char* text, const char* type, UnitAndMultiplier to
 TEST(ParserValueScale, RescalesNumbersToSixDigits) {
   struct Case { const char* text; const char* type; const char* to; bool ok; const char* combined; };
   const Case cases[] = {
-      {"1", "freq", "kHz", true, "0.001kHz"},
-      {"1500 MHz", "freq", "GHz", true, "1.5GHz"},
+      {"1", "freq", "kHz", true, "0.001kHz"},   {"1500 MHz", "freq", "GHz", true, "1.5GHz"},
       {"1.23456789 GHz", "freq", "MHz", true, "1234.57MHz"},
-      {"1e-34", "cap", "pF", true, "0pF"},      // at most 1e-21 is written "0"
-      {"2e-33", "cap", "pF", true, "2e-21pF"},
-      // An unchanged number keeps the text as typed.
-      {"1.000", "freq", "Hz", true, "1.000Hz"},
-      {"1", "power", "dBm", true, "dbmtow(30)"},
-      {"0", "power", "dBm", false, "0"},
-      {"-1", "power", "mW", false, "-1"},
-      {"1e38", "cap", "pF", false, "1e38"},     // float overflow guard
-      {"10 dBm", "power", "mW", true, "10mW"},
-      {"x", "freq", "kHz", false, "x"},
-      {"2.5 GHz", "freq", "GHz", true, "2.5GHz"},
+      {"1e-34", "cap", "pF", true, "0pF"},      {"2e-33", "cap", "pF", true, "2e-21pF"},
+      {"1.000", "freq", "Hz", true, "1.000Hz"},  // an unchanged number keeps its text
+      {"1", "power", "dBm", true, "dbmtow(30)"}, {"0", "power", "dBm", false, "0"},
+      {"-1", "power", "mW", false, "-1"},        {"1e38", "cap", "pF", false, "1e38"},
+      {"10 dBm", "power", "mW", true, "10mW"},   {"x", "freq", "kHz", false, "x"},
   };
   for (const Case& c : cases) {
     ParserValue v = parsed(c.text, c.type);
@@ -57,52 +50,36 @@ TEST(ParserValueScale, RefusesOtherTypesAndIncompleteUnits) {
   EXPECT_EQ(scale_error("2 pF", "cap", find_unit("Hz")), "Cannot scale from \"pF\" to \"Hz\".");
   const std::string to_null = "Cannot convert parameter value from mks units to null units.";
   EXPECT_EQ(scale_error("1", "freq", {}), to_null);
-  EXPECT_EQ(scale_error("2 pF", "cap", {}), to_null);
   EXPECT_EQ(scale_error("2 pF", "cap", {find_unit_type("cap"), nullptr}), to_null);
-  // A value in units is left alone by scale_if_unitless, even across types.
   ParserValue v = parsed("2 pF", "cap");
-  EXPECT_TRUE(v.scale_if_unitless(find_unit("Hz")));
+  EXPECT_TRUE(v.scale_if_unitless(find_unit("Hz")));  // has units: no check, no change
   EXPECT_EQ(v.combined_value(), "2pF");
-  v = parsed("2", "cap");
-  EXPECT_TRUE(v.scale_if_unitless(find_unit("pF")));
-  EXPECT_EQ(v.combined_value(), "2e+12pF");
 }
 
 TEST(ParserValueScale, SettersWithUnits) {
   const UnitAndMultiplier mhz = find_unit("MHz");
-  struct Case { const char* value; UnitAndMultiplier units; const char* combined; const char* unit; };
+  struct Case { const char* value; UnitAndMultiplier units; const char* combined; };
   const Case cases[] = {
-      {"5 GHz", mhz, "5GHz", "GHz"},  // the text's own unit wins
-      {" x ", mhz, "xMHz", "MHz"},
-      {"a+b", find_unit("pF"), "(a+b) pF", "pF"},
-      {"m", find_unit("mOhm"), "mmOhm", "mOhm"},
-      {"7", {}, "7", ""},
+      {"5 GHz", mhz, "5GHz"},  // the text's own unit wins
+      {" x ", mhz, "xMHz"},    {"a+b", find_unit("pF"), "(a+b) pF"},
+      {"m", find_unit("mOhm"), "mmOhm"},  {"7", {}, "7"},
   };
   for (const Case& c : cases) {
     ParserValue v;
     v.set_value_and_unit_multiplier(c.value, c.units);
     EXPECT_EQ(v.combined_value(), c.combined) << c.value;
-    EXPECT_EQ(v.units().unit_name(), c.unit) << c.value;
   }
   ParserValue v;
   v.set_numeric_value_and_unit_multiplier("5 GHz", mhz);
   EXPECT_EQ(v.combined_value(), "(5 GHz) MHz");
-}
-
-TEST(ParserValueScale, TwoWordSettersLookTheUnitUp) {
   const UnitType* freq = find_unit_type("freq");
-  ParserValue v;
   EXPECT_TRUE(v.set_numeric_value_and_unit_string(" 2 ", "k", freq, false));
-  EXPECT_EQ(v.combined_value(), "2kHz");
   EXPECT_FALSE(v.set_numeric_value_and_unit_string("3", "kOhm", freq, false));
   EXPECT_EQ(v.combined_value(), "2kHz");
+  EXPECT_FALSE(v.set_value_and_unit_string("5", "%", freq, false));
   EXPECT_TRUE(v.set_value_and_unit_string("5", "%", freq, true));
   EXPECT_EQ(v.combined_value(), "5%");
-  EXPECT_FALSE(v.set_value_and_unit_string("5", "%", freq, false));
-  EXPECT_TRUE(v.set_unit_string("G", freq, false));
-  EXPECT_EQ(v.combined_value(), "5GHz");
   EXPECT_FALSE(v.set_unit_string("g", freq, false));
   EXPECT_TRUE(v.set_unit_string("None", freq, false));
   EXPECT_EQ(v.combined_value(), "5");
-  EXPECT_TRUE(v.is_number());
 }
