@@ -35,6 +35,23 @@ TEST(Utf, ConvertsBothWaysWithSurrogatePairs) {
   }
 }
 
+// The ASCII test runs a word at a time: one non-ASCII character anywhere,
+// in a full word or in the tail, must leave the fast path.
+TEST(Utf, OneNonAsciiCharacterAtAnyPositionIsConverted) {
+  for (std::size_t size = 1; size <= 19; ++size) {
+    for (std::size_t at = 0; at < size; ++at) {
+      std::u16string units(size, u'a');
+      units[at] = 0xE9;
+      std::string text(size - 1, 'a');
+      text.insert(at, "\xC3\xA9");
+      ASSERT_EQ(qorin::toUtf16(text), units) << size << " / " << at;
+      ASSERT_EQ(qorin::toWString(text), widened(units)) << size << " / " << at;
+      ASSERT_EQ(qorin::toKString(units), text) << size << " / " << at;
+      ASSERT_EQ(qorin::toKString(widened(units)), text) << size << " / " << at;
+    }
+  }
+}
+
 TEST(Utf, UnpairedSurrogatesThrowInvalidUtf16) {
   const std::u16string cases[] = {
       {0xDE00},                // trail without a lead
