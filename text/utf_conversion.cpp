@@ -71,39 +71,39 @@ bool narrow_if_ascii(const std::basic_string<Unit>& units, std::string& out) {
 // utfcpp reports a sequence cut off at the end as not_enough_room and an
 // encoded surrogate as invalid_code_point; callers get invalid_utf8 for all
 // malformed input, naming the first byte of the bad sequence.
-[[noreturn]] void throw_invalid_utf8(const std::string& utf8) {
-  throw utf8::invalid_utf8(static_cast<std::uint8_t>(utf8[utf8::find_invalid(utf8)]));
+[[noreturn]] void throw_invalid_utf8(const std::string& text) {
+  throw utf8::invalid_utf8(static_cast<std::uint8_t>(text[utf8::find_invalid(text)]));
 }
 
 template <class WideString>
-WideString to_utf16_units(const std::string& utf8) {
-  if (is_ascii(utf8)) return WideString(utf8.begin(), utf8.end());
+WideString to_utf16_units(const std::string& text) {
+  if (is_ascii(text)) return WideString(text.begin(), text.end());
   WideString units;
-  units.reserve(utf8.size());  // never more units than bytes
+  units.reserve(text.size());  // never more units than bytes
   try {
-    utf8::utf8to16(utf8.begin(), utf8.end(), std::back_inserter(units));
+    utf8::utf8to16(text.begin(), text.end(), std::back_inserter(units));
   } catch (const utf8::not_enough_room&) {
-    throw_invalid_utf8(utf8);
+    throw_invalid_utf8(text);
   } catch (const utf8::invalid_code_point&) {
-    throw_invalid_utf8(utf8);
+    throw_invalid_utf8(text);
   }
   return units;
 }
 
 template <class Unit>
 std::string from_utf16_units(const std::basic_string<Unit>& units) {
-  std::string utf8;
-  if (narrow_if_ascii(units, utf8)) return utf8;
+  std::string text;
+  if (narrow_if_ascii(units, text)) return text;
   if constexpr (sizeof(Unit) > 2) {
     // utfcpp keeps only the low 16 bits of a unit: refuse what is no UTF-16.
     for (Unit unit : units) {
       if (static_cast<std::uint32_t>(unit) > 0xFFFF) throw utf8::invalid_utf16(static_cast<std::uint16_t>(unit));
     }
   }
-  utf8.clear();
-  utf8.reserve(units.size() * 3);  // a BMP unit needs at most three bytes, a pair four
-  utf8::utf16to8(units.begin(), units.end(), std::back_inserter(utf8));
-  return utf8;
+  text.clear();
+  text.reserve(units.size() * 3);  // a BMP unit needs at most three bytes, a pair four
+  utf8::utf16to8(units.begin(), units.end(), std::back_inserter(text));
+  return text;
 }
 
 }  // namespace
