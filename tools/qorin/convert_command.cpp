@@ -19,11 +19,6 @@ struct ConvertArgs {
   std::string to;
 };
 
-int invalid_input(const std::string& message) {
-  std::cerr << "qorin: " << message << "\n";
-  return kExitInvalidInput;
-}
-
 int convert(const ConvertArgs& args) {
   const units::UnitAndMultiplier from = units::find_unit(args.from.c_str());
   if (!from.is_valid()) return usage_error("unknown unit \"" + args.from + "\"");

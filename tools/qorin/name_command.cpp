@@ -39,9 +39,8 @@ CommandRegistration decode{
       return [arguments] {
         const auto [name, ok] = decode_from_variable_name(arguments->text, arguments->prefix);
         if (!ok) {
-          std::cerr << "qorin: \"" << arguments->text << "\" is not a name encoded with prefix \""
-                    << arguments->prefix << "\"\n";
-          return kExitInvalidInput;
+          return invalid_input("\"" + arguments->text + "\" is not a name encoded with prefix \"" +
+                               arguments->prefix + "\"");
         }
         std::cout << name << "\n";
         return kExitOk;
