@@ -1,0 +1,162 @@
+// ParamOptionData: the sweep shared by every option kind, read from the
+// option body's words and written back in canonical form.
+#include <qorin/parser.h>
+
+namespace qorin::parser {
+
+namespace {
+
+// The percent quantity is catalogue entry 17, if it holds a "%" unit.
+const units::UnitType* percent_type() {
+  static const units::UnitType* const type = [] {
+    const auto& all = units::get_all_units();
+    if (all.size() <= 17) return static_cast<const units::UnitType*>(nullptr);
+    for (const auto& multiplier : all[17].multipliers()) {
+      if (multiplier.unit_name() == "%") return &all[17];
+    }
+    return static_cast<const units::UnitType*>(nullptr);
+  }();
+  return type;
+}
+
+// Runs of ' ' separate words; tabs belong to words.
+std::vector<std::string> split_words(const std::string& text, std::size_t begin, std::size_t end) {
+  std::vector<std::string> words;
+  std::size_t i = begin;
+  while (i < end) {
+    while (i < end && text[i] == ' ') ++i;
+    std::size_t word_begin = i;
+    while (i < end && text[i] != ' ') ++i;
+    if (i > word_begin) words.emplace_back(text, word_begin, i - word_begin);
+  }
+  return words;
+}
+
+}  // namespace
+
+ParamOptionData::~ParamOptionData() = default;
+
+void ParamOptionData::parse(const units::UnitType* unit_type) {
+  // The body lies after the first '{', without the closing character.
+  std::size_t open = full_text_.find('{');
+  std::size_t begin = open == std::string::npos ? 0 : open + 1;
+  std::size_t end = full_text_.empty() ? 0 : full_text_.size() - 1;
+  sweep_type_ = sweep_invalid;
+  if (begin >= end) return;
+  std::vector<std::string> words = split_words(full_text_, begin, end);
+  if (words.empty() || !parse_special(&words)) return;
+  parse_sweep(&words, unit_type);
+  if (!sweep_type_is_legal()) sweep_type_ = sweep_invalid;
+}
+
+void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const units::UnitType* unit_type) {
+  std::vector<std::string>& words = *words_in;
+  const std::size_t n = words.size();
+  // A value is one word («1pF», with an optional unit suffix) or two («1 pF»).
+  auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
+    value.set_value_with_optional_unit_suffix(words[i], unit_type, allow_percent, false);
+  };
+  auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
+    return value.set_numeric_value_and_unit_string(words[i], words[i + 1], unit_type, allow_percent);
+  };
+
+  if (n == 0) {
+    sweep_type_ = sweep_empty;
+    return;
+  }
+  if (words[0] == "+/-") {
+    if (n == 2) {
+      read_one(start_, 1, true);
+    } else if (n == 3 && !read_two(start_, 1, true)) {
+      return;
+    }
+    // Any other word count leaves start as it was and still picks the form
+    // from its unit: older files depend on this.
+    const units::UnitType* percent = percent_type();
+    sweep_type_ = percent != nullptr && start_.unit_type() == percent ? sweep_percent_delta : sweep_delta;
+    return;
+  }
+
+  std::size_t to;
+  if (n >= 2 && words[1] == "to") {
+    read_one(start_, 0, false);
+    to = 1;
+  } else if (n >= 3 && words[2] == "to") {
+    read_two(start_, 0, false);  // a failed start still makes a range, as it always has
+    to = 2;
+  } else {
+    return;
+  }
+
+  if (n == to + 2) {
+    read_one(stop_, to + 1, false);
+    sweep_type_ = sweep_range;
+    return;
+  }
+  if (n == to + 3) {
+    if (read_two(stop_, to + 1, false)) sweep_type_ = sweep_range;
+    return;
+  }
+  if (n <= to + 3) return;
+
+  std::size_t by;
+  if (words[to + 2] == "by") {
+    read_one(stop_, to + 1, false);
+    by = to + 3;
+  } else if (words[to + 3] == "by") {
+    if (!read_two(stop_, to + 1, false)) return;
+    by = to + 4;
+  } else {
+    return;
+  }
+
+  if (n == by + 1) {
+    read_one(step_, by, false);
+  } else if (n == by + 2) {
+    if (!read_two(step_, by, false)) return;
+  } else {
+    return;
+  }
+  sweep_type_ = sweep_stepped_range;
+}
+
+void ParamOptionData::reformat() {
+  // An invalid option is written back exactly as the user typed it.
+  if (sweep_type_ == sweep_invalid) return;
+  std::string sweep;
+  switch (sweep_type_) {
+    case sweep_range:
+    case sweep_stepped_range:
+      start_.update_combined_value();
+      stop_.update_combined_value();
+      sweep = start_.combined_value_ + " to " + stop_.combined_value_;
+      if (sweep_type_ == sweep_stepped_range) {
+        step_.update_combined_value();
+        sweep += " by " + step_.combined_value_;
+      }
+      break;
+    case sweep_delta:
+    case sweep_percent_delta:
+      start_.update_combined_value();
+      sweep = "+/- " + start_.combined_value_;
+      break;
+    default:
+      break;
+  }
+  full_text_ = reformat_impl(sweep);
+  if (!enabled_) full_text_.insert(0, "no");
+}
+
+void ParamOptionData::scale_all_unitless_values(units::UnitAndMultiplier unit) {
+  for (ParserValue* value : {&start_, &stop_, &step_}) {
+    if (!value->units().is_valid()) value->scale_value_to_new_unit(unit);
+  }
+  reformat();
+}
+
+void ParamOptionData::set_use_dbmtow_functions(bool use) {
+  for (ParserValue* value : {&start_, &stop_, &step_}) value->set_use_dbmtow_functions(use);
+  reformat();
+}
+
+}  // namespace qorin::parser
