@@ -115,7 +115,6 @@ TEST(AnnotationParser, AnyUnitTakesTheTypeFromTheNominal) {
   EXPECT_EQ(parser.get_combined_string(), "3mm opt{ 1mm to 5mm }");
 
   ParamItemParser bare;
-  bare.set_unit_type(find_unit_type("cap"));
   bare.allow_any_unit(true);
   bare.parse("3 opt{ 1 to 5 }", true);
   EXPECT_EQ(bare.unit_type(), nullptr);
