@@ -39,29 +39,31 @@ ordered_json value_json(const parser::ParserValue& value) {
   return out;
 }
 
+const char* kind_name(const parser::ParamItemParser& parser, const ParamOptionData* option) {
+  if (option == parser.opt()) return "opt";
+  if (option == parser.stat()) return "stat";
+  if (option == parser.tune()) return "tune";
+  return "doe";
+}
+
 void add_kind_words(const parser::ParamItemParser& parser, const ParamOptionData* option, ordered_json& out) {
   if (option == parser.opt()) {
-    out["kind"] = "opt";
     out["ppt"] = parser.opt()->is_ppt();
     out["unconstrained"] = parser.opt()->is_unconstrained();
     out["type"] = parser.opt()->type() == parser::ParamOptData::discrete ? "discrete" : "continuous";
   } else if (option == parser.stat()) {
     static const char* const kDistributions[] = {"gauss", "uniform", "discrete", "lognormal", "distcompname"};
     auto type = static_cast<unsigned>(parser.stat()->type());
-    out["kind"] = "stat";
     out["distribution"] = type < 5 ? kDistributions[type] : "gauss";
     if (parser.stat()->is_dist_compname()) out["compname"] = parser.stat()->get_dist_compname();
   } else if (option == parser.tune()) {
-    out["kind"] = "tune";
     out["log_scale"] = parser.tune()->is_log_scale();
-  } else {
-    out["kind"] = "doe";
   }
 }
 
 ordered_json option_json(const parser::ParamItemParser& parser, const ParamOptionData& option) {
   ordered_json out;
-  add_kind_words(parser, &option, out);
+  out["kind"] = kind_name(parser, &option);
   out["text"] = option.get_full_text();
   out["enabled"] = option.enabled();
   out["sweep"] = sweep_name(option.sweep_type());
@@ -69,6 +71,7 @@ ordered_json option_json(const parser::ParamItemParser& parser, const ParamOptio
   if (sweep >= parser::sweep_range) out["start"] = value_json(option.start());
   if (sweep == parser::sweep_range || sweep == parser::sweep_stepped_range) out["stop"] = value_json(option.stop());
   if (sweep == parser::sweep_stepped_range) out["step"] = value_json(option.step());
+  add_kind_words(parser, &option, out);
   return out;
 }
 
@@ -76,7 +79,8 @@ std::string describe_value(const ordered_json& value) {
   std::string text = value["value"].get<std::string>();
   if (text.empty()) text = "(empty)";
   text += value["unit"].is_null() ? ", no unit" : " " + value["unit"].get<std::string>();
-  if (!value["mks"].is_null()) text += fmt::format(", MKS {}", value["mks"].get<double>());
+  // Fifteen digits: 100 um reads "MKS 0.0001", not its binary neighbour.
+  if (!value["mks"].is_null()) text += fmt::format(", MKS {:.15g}", value["mks"].get<double>());
   return text;
 }
 
@@ -112,12 +116,16 @@ std::string describe_annotation(const parser::ParamItemParser& parser, const std
   for (const ordered_json& option : report["options"]) {
     std::string sweep = option["sweep"].get<std::string>();
     std::string summary = (option["enabled"].get<bool>() ? "enabled, " : "disabled, ") + sweep;
-    if (option.contains("type")) summary += ", " + option["type"].get<std::string>();
-    if (option.value("ppt", false)) summary += ", ppt";
-    if (option.value("unconstrained", false)) summary += ", unconst";
-    if (option.contains("distribution")) summary += ", " + option["distribution"].get<std::string>();
-    if (option.contains("compname")) summary += " " + option["compname"].get<std::string>();
-    if (option.value("log_scale", false)) summary += ", logScale";
+    if (sweep == "invalid") {
+      summary += " (written back as typed)";  // its words are not reliable then
+    } else {
+      if (option.contains("type")) summary += ", " + option["type"].get<std::string>();
+      if (option.value("ppt", false)) summary += ", ppt";
+      if (option.value("unconstrained", false)) summary += ", unconst";
+      if (option.contains("distribution")) summary += ", " + option["distribution"].get<std::string>();
+      if (option.contains("compname")) summary += " " + option["compname"].get<std::string>();
+      if (option.value("log_scale", false)) summary += ", logScale";
+    }
     line(option["kind"].get<std::string>(), summary);
     bool deviation = sweep == "deviation" || sweep == "percent deviation";
     if (option.contains("start")) line(deviation ? "  delta" : "  start", describe_value(option["start"]));
