@@ -74,6 +74,7 @@ bool ParamItemParser::pull_one_option(std::string* text) {
 
 void ParamItemParser::add_option(std::unique_ptr<ParamOptionData> option) {
   ParamOptionData* added = option.get();
+  if (options_.empty()) options_.reserve(4);  // one of each kind, usually
   options_.push_back(std::move(option));
   added->set_use_dbmtow_functions(nominal_.uses_dbmtow_functions());
 }

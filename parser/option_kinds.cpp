@@ -2,12 +2,24 @@
 // the text they write around the sweep.
 #include <qorin/parser.h>
 
+#include <string_view>
+
 namespace qorin::parser {
 
 namespace {
 
-bool front_is(const std::vector<std::string>& words, const char* word) {
-  return !words.empty() && words.front() == word;
+// The option text in one allocation: `head`, the sweep, then `tail`.
+std::string option_text(std::string_view head, const std::string& sweep_text, const char* tail) {
+  std::string text;
+  text.reserve(head.size() + sweep_text.size() + 16);
+  text += head;
+  text += sweep_text;
+  text += tail;
+  return text;
+}
+
+bool front_is(const std::vector<std::string>& words, std::string_view word) {
+  return !words.empty() && std::string_view(words.front()) == word;
 }
 
 }  // namespace
@@ -38,17 +50,17 @@ bool ParamOptData::sweep_type_is_legal() const {
 }
 
 std::string ParamOptData::reformat_impl(const std::string& sweep_text) {
-  std::string text = "opt{ ";
-  if (ppt_) text += "ppt ";
-  if (unconstrained_) text += "unconst ";
-  if (type_ == discrete) text += "discrete ";
-  return text + sweep_text + " }";
+  std::string head = "opt{ ";
+  if (ppt_) head += "ppt ";
+  if (unconstrained_) head += "unconst ";
+  if (type_ == discrete) head += "discrete ";
+  return option_text(head, sweep_text, " }");
 }
 
 // --- stat{ } ---
 
 bool ParamStatData::parse_special(std::vector<std::string>* words) {
-  static const char* const kDistributions[] = {"gauss", "uniform", "discrete", "lognormal"};
+  static constexpr std::string_view kDistributions[] = {"gauss", "uniform", "discrete", "lognormal"};
   for (int i = 0; i < 4; ++i) {
     if (front_is(*words, kDistributions[i])) {
       words->erase(words->begin());
@@ -56,7 +68,7 @@ bool ParamStatData::parse_special(std::vector<std::string>* words) {
       return true;
     }
   }
-  if (words->size() >= 3 && (*words)[0] == "distcompname" && (*words)[1] == "=") {
+  if (words->size() >= 3 && front_is(*words, "distcompname") && (*words)[1] == "=") {
     // A component name typed with blanks is joined up; nothing is left for a sweep.
     type_ = dist_compname;
     dist_compname_.clear();
@@ -85,22 +97,22 @@ bool ParamStatData::sweep_type_is_legal() const {
 }
 
 std::string ParamStatData::reformat_impl(const std::string& sweep_text) {
-  if (type_ == dist_compname) return "stat{ distcompname = " + dist_compname_ + " }";
-  const char* word = "gauss ";
+  if (type_ == dist_compname) return option_text("stat{ distcompname = ", dist_compname_, " }");
+  const char* head = "stat{ gauss ";
   switch (type_) {
-    case uniform: word = "uniform "; break;
-    case discrete: word = "discrete "; break;
-    case lognormal: word = "lognormal "; break;
+    case uniform: head = "stat{ uniform "; break;
+    case discrete: head = "stat{ discrete "; break;
+    case lognormal: head = "stat{ lognormal "; break;
     default: break;
   }
-  return "stat{ " + (word + sweep_text) + " }";
+  return option_text(head, sweep_text, " }");
 }
 
 // --- tune{ } ---
 
 bool ParamTuneData::parse_special(std::vector<std::string>* words) {
   // Never cleared here: a parsed logScale sticks until set_log_scale(false).
-  if (!words->empty() && words->back() == "logScale") {
+  if (!words->empty() && std::string_view(words->back()) == "logScale") {
     words->pop_back();
     log_scale_ = true;
   }
@@ -112,7 +124,7 @@ bool ParamTuneData::sweep_type_is_legal() const {
 }
 
 std::string ParamTuneData::reformat_impl(const std::string& sweep_text) {
-  return "tune{ " + sweep_text + (log_scale_ ? " logScale }" : " }");
+  return option_text("tune{ ", sweep_text, log_scale_ ? " logScale }" : " }");
 }
 
 // --- doe{ } ---
@@ -128,7 +140,7 @@ bool ParamDoeData::sweep_type_is_legal() const {
 }
 
 std::string ParamDoeData::reformat_impl(const std::string& sweep_text) {
-  return "doe{ " + sweep_text + " }";
+  return option_text("doe{ ", sweep_text, " }");
 }
 
 }  // namespace qorin::parser

@@ -2,6 +2,8 @@
 // option body's words and written back in canonical form.
 #include <qorin/parser.h>
 
+#include <string_view>
+
 namespace qorin::parser {
 
 namespace {
@@ -22,6 +24,7 @@ const units::UnitType* percent_type() {
 // Runs of ' ' separate words; tabs belong to words.
 std::vector<std::string> split_words(const std::string& text, std::size_t begin, std::size_t end) {
   std::vector<std::string> words;
+  words.reserve(8);  // the longest usual body, «discrete 1 pF to 9 pF by 1 pF», has 8
   std::size_t i = begin;
   while (i < end) {
     while (i < end && text[i] == ' ') ++i;
@@ -31,6 +34,8 @@ std::vector<std::string> split_words(const std::string& text, std::size_t begin,
   }
   return words;
 }
+
+bool is_word(const std::string& word, std::string_view expected) { return std::string_view(word) == expected; }
 
 }  // namespace
 
@@ -53,18 +58,20 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   std::vector<std::string>& words = *words_in;
   const std::size_t n = words.size();
   // A value is one word («1pF», with an optional unit suffix) or two («1 pF»).
+  // Each word is read at most once and never looked at again, so it is moved.
   auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    value.set_value_with_optional_unit_suffix(words[i], unit_type, allow_percent, false);
+    value.set_value_with_optional_unit_suffix(std::move(words[i]), unit_type, allow_percent, false);
   };
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    return value.set_numeric_value_and_unit_string(words[i], words[i + 1], unit_type, allow_percent);
+    return value.set_numeric_value_and_unit_string(std::move(words[i]), std::move(words[i + 1]), unit_type,
+                                                   allow_percent);
   };
 
   if (n == 0) {
     sweep_type_ = sweep_empty;
     return;
   }
-  if (words[0] == "+/-") {
+  if (is_word(words[0], "+/-")) {
     if (n == 2) {
       read_one(start_, 1, true);
     } else if (n == 3 && !read_two(start_, 1, true)) {
@@ -78,10 +85,10 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   }
 
   std::size_t to;
-  if (n >= 2 && words[1] == "to") {
+  if (n >= 2 && is_word(words[1], "to")) {
     read_one(start_, 0, false);
     to = 1;
-  } else if (n >= 3 && words[2] == "to") {
+  } else if (n >= 3 && is_word(words[2], "to")) {
     read_two(start_, 0, false);  // a failed start still makes a range, as it always has
     to = 2;
   } else {
@@ -100,10 +107,10 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   if (n <= to + 3) return;
 
   std::size_t by;
-  if (words[to + 2] == "by") {
+  if (is_word(words[to + 2], "by")) {
     read_one(stop_, to + 1, false);
     by = to + 3;
-  } else if (words[to + 3] == "by") {
+  } else if (is_word(words[to + 3], "by")) {
     if (!read_two(stop_, to + 1, false)) return;
     by = to + 4;
   } else {
@@ -124,21 +131,22 @@ void ParamOptionData::reformat() {
   // An invalid option is written back exactly as the user typed it.
   if (sweep_type_ == sweep_invalid) return;
   std::string sweep;
+  auto append = [&sweep](const char* separator, ParserValue& value) {
+    value.update_combined_value();
+    sweep += separator;
+    sweep += value.combined_value_;
+  };
   switch (sweep_type_) {
     case sweep_range:
     case sweep_stepped_range:
-      start_.update_combined_value();
-      stop_.update_combined_value();
-      sweep = start_.combined_value_ + " to " + stop_.combined_value_;
-      if (sweep_type_ == sweep_stepped_range) {
-        step_.update_combined_value();
-        sweep += " by " + step_.combined_value_;
-      }
+      sweep.reserve(32);
+      append("", start_);
+      append(" to ", stop_);
+      if (sweep_type_ == sweep_stepped_range) append(" by ", step_);
       break;
     case sweep_delta:
     case sweep_percent_delta:
-      start_.update_combined_value();
-      sweep = "+/- " + start_.combined_value_;
+      append("+/- ", start_);
       break;
     default:
       break;

@@ -152,6 +152,7 @@ class QORIN_EXPORT ParamOptionData {
 
   const std::string& get_full_text() const { return full_text_; }
   void set_full_text(const std::string& text) { full_text_ = text; }
+  void set_full_text(std::string&& text) { full_text_ = std::move(text); }
 
   // Gives `unit` to each of start, stop and step that has none (a bare number
   // is taken as MKS), then reformat(). Throws as ParserValue::scale_value_to_new_unit.
