@@ -40,11 +40,41 @@ Settings decode(std::uint8_t selector) {
   return settings;
 }
 
-std::string canonical(const Settings& settings, const std::string& text) {
+// Whether `value`'s text, read again on its own as the parser would read it,
+// gives the same text (and, for a nominal that sets the type, the same type).
+// Two single-value quirks fail this and are not the annotation's doing: a
+// value spelt as the unit of a type that hides its unit («Celsius Celsius»
+// => "Celsius" => ""), and a variable name glued to its unit («x pF» =>
+// "xpF", which reads back without a unit).
+bool reads_back(const qorin::parser::ParserValue& value, const qorin::units::UnitType* type, bool allow_percent,
+                bool any_unit) {
+  qorin::parser::ParserValue again;
+  again.set_use_dbmtow_functions(value.uses_dbmtow_functions());
+  again.set_value_with_optional_unit_suffix(value.combined_value(), type, allow_percent, any_unit);
+  return again.combined_value() == value.combined_value() && (!any_unit || again.unit_type() == value.unit_type());
+}
+
+bool values_read_back(const ParamItemParser& parser, const Settings& settings) {
+  if (!reads_back(parser.get_nominal(), settings.type, false, settings.any_unit)) return false;
+  for (const auto& option : parser.options()) {
+    using namespace qorin::parser;
+    ParamOptionSweepType sweep = option->sweep_type();
+    bool delta = sweep == sweep_delta || sweep == sweep_percent_delta;
+    bool range = sweep == sweep_range || sweep == sweep_stepped_range;
+    if ((delta || range) && !reads_back(option->start(), parser.unit_type(), delta, false)) return false;
+    if (range && !reads_back(option->stop(), parser.unit_type(), false, false)) return false;
+    if (sweep == sweep_stepped_range && !reads_back(option->step(), parser.unit_type(), false, false)) return false;
+  }
+  return true;
+}
+
+// The canonical text; `stable_values` tells whether every value reads back.
+std::string canonical(const Settings& settings, const std::string& text, bool* stable_values) {
   ParamItemParser parser;
   qorin::tool::read_annotation(parser, text, settings.type, settings.any_unit, settings.use_dbmtow,
                                settings.scale_to);
   parser.is_valid();
+  *stable_values = values_read_back(parser, settings);
   return parser.get_combined_string();
 }
 
@@ -84,8 +114,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (size == 0) return 0;
   Settings settings = decode(data[0]);
   std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
-  std::string first = canonical(settings, text);
-  std::string second = canonical(settings, first);
+  bool stable_values = false;
+  std::string first = canonical(settings, text, &stable_values);
+  if (!stable_values) return 0;
+  std::string second = canonical(settings, first, &stable_values);
   if (second != first) {
     std::fprintf(stderr, "canonical text not stable:\n  input  [%s]\n  first  [%s]\n  second [%s]\n", text.c_str(),
                  first.c_str(), second.c_str());
