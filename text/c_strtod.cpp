@@ -14,7 +14,6 @@ namespace qorin::detail {
 namespace {
 
 // IEEE double layout.
-constexpr std::uint64_t kSignBit = std::uint64_t{1} << 63;
 constexpr std::uint64_t kQuietNan = 0x7FF8000000000000;
 // glibc puts the number of "nan(number)" into the 51 mantissa bits below the
 // quiet bit.
