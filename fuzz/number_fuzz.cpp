@@ -1,9 +1,12 @@
 // Number text against the C runtime it must equal (glibc, "C" locale):
 // no crash; isValidInt implies isValidNumber; a valid number converts to
 // strtod's value bit for bit; the prefix family agrees with strtod on the
-// value (NaN payload and sign included), on success and on errno; and
+// value (NaN payload and sign included), on success and on errno (apart
+// from glibc's known subnormal hex error, see strtod_reference.h); and
 // fromDouble writes what snprintf writes, without ever throwing.
 #include <qorin/text.h>
+
+#include "tests/support/strtod_reference.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -41,6 +44,7 @@ void check_prefix(const std::string& text) {
   const double theirs = std::strtod(text.c_str(), &end);
   const int their_errno = errno;
   const bool converted = their_errno == 0 && end != text.c_str();
+  if (qorin::testing::known_strtod_error(text.c_str(), theirs)) return;
   errno = 0;
   const std::optional<double> ours = qorin::toDouble_only(text);
   if (errno != their_errno) fail("errno differs from strtod", text);
