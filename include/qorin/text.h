@@ -77,8 +77,9 @@ QORIN_EXPORT int toUnsignedInt_nothrow(const std::string& text, bool* ok = nullp
 QORIN_EXPORT int toUnsignedInt_or_throw(const std::string& text);
 
 // The prefix family: accepts whatever prefix strtod accepts in the "C"
-// locale (leading white space, hex floats, inf, nan) and ignores the rest.
-// Overflow and underflow (ERANGE) fail. errno is reset and left as strtod
+// locale (leading white space, hex floats, inf, nan) and ignores the rest,
+// on every platform alike. Overflow and underflow (ERANGE: a result that is
+// zero or subnormal and inexact) fail. errno is reset and left as strtod
 // leaves it.
 //
 // Example:
@@ -95,8 +96,9 @@ QORIN_EXPORT double toDouble_only_or_throw(const std::string& text);
 QORIN_EXPORT bool has_fraction(double x);
 
 // x written as printf writes it in the "C" locale with %.<precision><format>
-// (exponents of at least two digits on every platform), then padString'ed to
-// `width`. Any other format throws std::runtime_error "Invalid format flag.".
+// (exponents of at least two digits on every platform; a negative precision
+// reads as 6), then padString'ed to `width`. Any other format throws
+// std::runtime_error "Invalid format flag.".
 //
 // Example:
 //   fromDouble(0.1, 'g', 6, 0)  => "0.1"        fromDouble(1e20, 'g', 6, 0) => "1e+20"
