@@ -35,6 +35,10 @@ bool is_parenthesised(std::string_view text) {
   return text.size() >= 2 && text.front() == '(' && text.back() == ')';
 }
 
+std::string inside_parentheses(std::string_view text) {
+  return std::string(trim_blanks(text.substr(1, text.size() - 2)));
+}
+
 bool is_word_value(const std::string& text) {
   return ParserValue::is_quoted_string(text) || ParserValue::is_valid_variable_name(text) ||
          is_file_reference(text);

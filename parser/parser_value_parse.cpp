@@ -101,7 +101,7 @@ bool ParserValue::set_value_with_unit_impl(std::string text, const UnitType* typ
     if (accepted || detail::is_word_value(candidate)) {
       value_ = std::move(candidate);
     } else if (detail::is_parenthesised(candidate)) {
-      value_ = std::string(detail::trim_blanks(std::string_view(candidate).substr(1, candidate.size() - 2)));
+      value_ = detail::inside_parentheses(candidate);
       parenthesised_ = true;
     } else {
       continue;

@@ -25,6 +25,12 @@ bool is_file_reference(std::string_view text);
 // "(" ... ")"
 bool is_parenthesised(std::string_view text);
 
+// What the canonical text "(" value ") " unit holds inside its parentheses,
+// blanks trimmed. `text` must be parenthesised.
+//
+// Example: inside_parentheses("( a+b )") => "a+b"
+std::string inside_parentheses(std::string_view text);
+
 // A quoted string, a variable name or a file reference.
 bool is_word_value(const std::string& text);
 

@@ -50,6 +50,8 @@ inline constexpr AnnotationExample kAnnotationExamples[] = {
     {"all four kinds at once", "volt", false, true, nullptr,
      "3.3 V opt{ 3 V to 3.6 V } stat{ gauss +/- 1 % } tune{ 3 V to 3.6 V by 0.1 V } doe{ 3 V to 3.6 V }"},
     {"values given as variables", "freq", false, true, nullptr, "f0 GHz opt{ f_lo to f_hi }"},
+    {"an expression before its unit is kept in parentheses", "freq", false, true, nullptr,
+     "1 GHz opt{ a+b GHz to 3 GHz }"},
     {"a value looked up in a data file", "cap", false, true, nullptr, "file{ds1, 3} pF opt{ 1 pF to 5 pF }"},
     // Disabled and invalid options.
     {"disabled options keep their settings", "cap", false, true, nullptr,
