@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <future>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -17,61 +16,46 @@ namespace {
 using qorin::testing::RecordingReporter;
 using Lines = std::vector<std::string>;
 
-// Every test keeps a global reporter installed, so no report in this
-// executable falls back to the process's default printer.
-
-TEST(Reporters, NewestGlobalWinsAndDestroyingRestoresThePrevious) {
-  RecordingReporter a;
-  a.setGlobalReporter(true);
-  auto b = std::make_unique<RecordingReporter>();
-  b->setGlobalReporter(true);
-  qorin::reportError("1");
-  b.reset();
-  qorin::reportError("2");
-
-  RecordingReporter c;
-  c.setGlobalReporter(true);
-  a.setGlobalReporter(true);  // moves a back to the newest place
-  qorin::reportWarning("3");
-  a.setGlobalReporter(false);
-  qorin::reportError("4");
-  c.setGlobalReporter(false);
-
-  EXPECT_EQ(a.lines(), (Lines{"error: 2", "warning: 3"}));
-  EXPECT_EQ(c.lines(), Lines{"error: 4"});
-}
-
-TEST(Reporters, ThreadReporterBeatsGlobalAndReinstallingDoesNotMoveIt) {
+// Keeps a global reporter installed, so no report in this executable falls
+// back to the process's default printer.
+class Reporters : public ::testing::Test {
+ protected:
+  Reporters() { global.setGlobalReporter(true); }
   RecordingReporter global;
-  global.setGlobalReporter(true);
+};
+
+TEST_F(Reporters, NewestThreadReporterThenNewestGlobalOneWins) {
+  RecordingReporter older;
   RecordingReporter first;
   RecordingReporter second;
+  older.setGlobalReporter(true);
+  global.setGlobalReporter(true);  // already installed: moves to the newest place
   first.setThreadReporter(true);
   second.setThreadReporter(true);
-  first.setThreadReporter(true);  // already installed for this thread: stays behind second
+  first.setThreadReporter(true);  // already installed for this thread: does not move
   qorin::reportError("1");
   second.setThreadReporter(false);
-  qorin::reportError("2");
+  qorin::reportWarning("2");
   first.setThreadReporter(false);
   qorin::reportError("3");
+  global.setGlobalReporter(false);
+  qorin::reportError("4");
 
-  EXPECT_EQ(second.lines(), Lines{"error: 1"});
-  EXPECT_EQ(first.lines(), Lines{"error: 2"});
-  EXPECT_EQ(global.lines(), Lines{"error: 3"});
+  EXPECT_EQ(second.lines, Lines{"error: 1"});
+  EXPECT_EQ(first.lines, Lines{"warning: 2"});
+  EXPECT_EQ(global.lines, Lines{"error: 3"});
+  EXPECT_EQ(older.lines, Lines{"error: 4"});
 }
 
-TEST(Reporters, APrintfExceptionInstallsItselfButCopiesDoNot) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
+TEST_F(Reporters, APrintfExceptionInstallsItselfButCopiesDoNot) {
   qorin::testing::StreamCapture err(stderr);
   auto printer = std::make_unique<qorin::printfException>();
-  printer->setThreadReporter(true);
-  qorin::reportWarning("printed");
+  qorin::reportWarning("at 100% done");  // the text is an argument, not a format
   const qorin::printfException copy(*printer);
   printer.reset();
   qorin::reportError("recorded");
-  EXPECT_EQ(err.release(), "Warning: printed\n\n");
-  EXPECT_EQ(global.lines(), Lines{"error: recorded"});
+  EXPECT_EQ(err.release(), "Warning: at 100% done\n\n");
+  EXPECT_EQ(global.lines, Lines{"error: recorded"});
 }
 
 struct ThrowingReporter : qorin::ExceptionReporterBase {
@@ -79,83 +63,27 @@ struct ThrowingReporter : qorin::ExceptionReporterBase {
   void exceptionAsWarning(const std::string&, const std::string&) override { throw std::logic_error(""); }
 };
 
-TEST(Reporters, ASlotsExceptionPropagatesAndReleasesTheLock) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
-  {
-    ThrowingReporter throwing;
-    throwing.setGlobalReporter(true);
-    EXPECT_THROW(qorin::reportError("x"), std::logic_error);
-    throwing.setThreadReporter(true);
-    EXPECT_THROW(qorin::reportWarning("x"), std::logic_error);
-  }  // the destructor takes both mutexes again
-  qorin::reportError("after");
-  EXPECT_EQ(global.lines(), Lines{"error: after"});
-}
+TEST_F(Reporters, ASlotsExceptionPropagatesAndReleasesTheLock) {
+  ThrowingReporter throwing;
+  throwing.setGlobalReporter(true);
+  EXPECT_THROW(qorin::reportError("x"), std::logic_error);
+  throwing.setThreadReporter(true);
+  EXPECT_THROW(qorin::reportWarning("x"), std::logic_error);
+}  // the destructor takes both mutexes again
 
-TEST(Reporters, AThreadReporterStaysInItsThread) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
-  RecordingReporter workerOnly;
-  std::promise<void> installed;
-  std::promise<void> mainReported;
-  std::thread worker([&] {
-    workerOnly.setThreadReporter(true);
-    installed.set_value();
-    mainReported.get_future().wait();
-    qorin::reportError("from worker");
-  });
-  installed.get_future().wait();
-  qorin::reportError("from main");
-  std::thread([] { qorin::reportError("from bystander"); }).join();
-  mainReported.set_value();
-  worker.join();
-
-  EXPECT_EQ(global.lines(), (Lines{"error: from main", "error: from bystander"}));
-  EXPECT_EQ(workerOnly.lines(), Lines{"error: from worker"});
-}
-
-TEST(Reporters, AReporterOutlivesTheThreadsThatUsedIt) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
+TEST_F(Reporters, DestroyingAThreadReporterElsewhereUninstallsIt) {
   auto reporter = std::make_unique<RecordingReporter>();
-  for (int i = 0; i < 3; ++i) {
-    std::thread([&] {
-      reporter->setThreadReporter(true);
-      qorin::reportError("worker");
-    }).join();
-  }
-  EXPECT_EQ(reporter->lines(), Lines(3, "error: worker"));
-  // The ended threads' storages are gone; destroying the reporter must not
-  // visit them (AddressSanitizer watches this).
-  reporter.reset();
+  reporter->setThreadReporter(true);
+  std::thread([&] { reporter.reset(); }).join();
+  qorin::reportError("after destruction");
+  EXPECT_EQ(global.lines, Lines{"error: after destruction"});
 }
 
-TEST(Reporters, DestroyingAReporterUninstallsItFromLiveThreads) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
-  auto reporter = std::make_unique<RecordingReporter>();
-  std::promise<void> installed;
-  std::promise<void> destroyed;
-  std::thread worker([&] {
-    reporter->setThreadReporter(true);
-    installed.set_value();
-    destroyed.get_future().wait();
-    qorin::reportError("after destruction");
-  });
-  installed.get_future().wait();
-  reporter.reset();
-  destroyed.set_value();
-  worker.join();
-  EXPECT_EQ(global.lines(), Lines{"error: after destruction"});
-}
-
-TEST(Reporters, ThreadsReportConcurrentlyWhileGlobalsChange) {
-  RecordingReporter global;
-  global.setGlobalReporter(true);
-  constexpr int kThreads = 4;
+// The per-thread reporters outlive their threads: destroying them must not
+// visit the ended threads' storages (AddressSanitizer watches).
+TEST_F(Reporters, ThreadReportersServeOnlyTheirThreadsConcurrently) {
   constexpr int kReports = 200;
-  std::vector<RecordingReporter> perThread(kThreads);
+  std::vector<RecordingReporter> perThread(4);
   std::vector<std::thread> workers;
   for (RecordingReporter& reporter : perThread) {
     workers.emplace_back([&reporter] {
@@ -163,10 +91,13 @@ TEST(Reporters, ThreadsReportConcurrentlyWhileGlobalsChange) {
       for (int i = 0; i < kReports; ++i) qorin::reportWarning("w");
     });
   }
-  for (int i = 0; i < kReports; ++i) RecordingReporter().setGlobalReporter(true);
+  for (int i = 0; i < kReports; ++i) {
+    RecordingReporter().setGlobalReporter(true);
+    qorin::reportError("main");
+  }
   for (std::thread& worker : workers) worker.join();
-  for (const auto& reporter : perThread) EXPECT_EQ(reporter.lines(), Lines(kReports, "warning: w"));
-  EXPECT_EQ(global.lines(), Lines{});
+  for (const auto& reporter : perThread) EXPECT_EQ(reporter.lines, Lines(kReports, "warning: w"));
+  EXPECT_EQ(global.lines, Lines(kReports, "error: main"));
 }
 
 }  // namespace

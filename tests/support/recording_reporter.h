@@ -7,7 +7,7 @@
 // Example:
 //   RecordingReporter reporter;
 //   reporter.setGlobalReporter(true);
-//   qorin::reportError("x");   // reporter.lines() == {"error: x"}
+//   qorin::reportError("x");   // reporter.lines == {"error: x"}
 #pragma once
 
 #include <qorin/debug.h>
@@ -17,19 +17,15 @@
 
 namespace qorin::testing {
 
-class RecordingReporter : public ExceptionReporterBase {
- public:
+struct RecordingReporter : ExceptionReporterBase {
   void reportException(const std::string& before, const std::string& after) override {
-    lines_.push_back("error: " + getExceptionMessage(before, after));
+    lines.push_back("error: " + getExceptionMessage(before, after));
   }
   void exceptionAsWarning(const std::string& before, const std::string& after) override {
-    lines_.push_back("warning: " + getExceptionMessage(before, after));
+    lines.push_back("warning: " + getExceptionMessage(before, after));
   }
 
-  const std::vector<std::string>& lines() const { return lines_; }
-
- private:
-  std::vector<std::string> lines_;
+  std::vector<std::string> lines;
 };
 
 }  // namespace qorin::testing
