@@ -97,35 +97,29 @@ TEST(ParserValueParse, QuotedStringsAndVariableNames) {
 }
 
 TEST(ParserValueScale, RescalesNumbersToSixDigits) {
-  struct Case { const char* text; const char* type; const char* to; bool ok; const char* combined; };
+  // expected: the combined text afterwards, or the message of the exception.
+  struct Case { const char* text; const char* type; UnitAndMultiplier to; bool ok; const char* expected; };
+  const UnitAndMultiplier khz = find_unit("kHz"), pf = find_unit("pF"), dbm = find_unit("dBm");
+  const char* to_null = "Cannot convert parameter value from mks units to null units.";
   const Case cases[] = {
-      {"1", "freq", "kHz", true, "0.001kHz"},    {"1.23456789 GHz", "freq", "MHz", true, "1234.57MHz"},
-      {"1e-34", "cap", "pF", true, "0pF"},       {"2e-33", "cap", "pF", true, "2e-21pF"},
-      {"1.000", "freq", "Hz", true, "1.000Hz"},  // an unchanged number keeps its text
-      {"1", "power", "dBm", true, "dbmtow(30)"}, {"0", "power", "dBm", false, "0"},
-      {"-1", "power", "mW", false, "-1"},        {"1e38", "cap", "pF", false, "1e38"},
-      {"10 dBm", "power", "mW", true, "10mW"},   {"x", "freq", "kHz", false, "x"},
+      {"1", "freq", khz, true, "0.001kHz"},        {"1.23456789 GHz", "freq", find_unit("MHz"), true, "1234.57MHz"},
+      {"1e-34", "cap", pf, true, "0pF"},           {"2e-33", "cap", pf, true, "2e-21pF"},
+      {"1.000", "freq", find_unit("Hz"), true, "1.000Hz"},  // an unchanged number keeps its text
+      {"1", "power", dbm, true, "dbmtow(30)"},     {"0", "power", dbm, false, "0"},
+      {"-1", "power", find_unit("mW"), false, "-1"}, {"1e38", "cap", pf, false, "1e38"},
+      {"10 dBm", "power", find_unit("mW"), true, "10mW"}, {"x", "freq", khz, false, "x"},
+      {"2 pF", "cap", find_unit("Hz"), false, "Cannot scale from \"pF\" to \"Hz\"."},
+      {"1", "freq", {}, false, to_null},           {"2 pF", "cap", {type("cap"), nullptr}, false, to_null},
   };
   for (const Case& c : cases) {
     ParserValue v = parsed(c.text, c.type);
-    EXPECT_EQ(v.scale_value_to_new_unit(find_unit(c.to)), c.ok) << c.text;
-    EXPECT_EQ(v.combined_value(), c.combined) << c.text;
-  }
-}
-
-TEST(ParserValueScale, RefusesOtherTypesAndIncompleteUnits) {
-  const auto scale_error = [](const char* text, const char* type_name, UnitAndMultiplier to) -> std::string {
     try {
-      parsed(text, type_name).scale_value_to_new_unit(to);
+      EXPECT_EQ(v.scale_value_to_new_unit(c.to), c.ok) << c.text;
+      EXPECT_EQ(v.combined_value(), c.expected) << c.text;
     } catch (const std::runtime_error& e) {
-      return e.what();
+      EXPECT_EQ(e.what(), std::string(c.expected)) << c.text;
     }
-    return "(no exception)";
-  };
-  EXPECT_EQ(scale_error("2 pF", "cap", find_unit("Hz")), "Cannot scale from \"pF\" to \"Hz\".");
-  const std::string to_null = "Cannot convert parameter value from mks units to null units.";
-  EXPECT_EQ(scale_error("1", "freq", {}), to_null);
-  EXPECT_EQ(scale_error("2 pF", "cap", {type("cap"), nullptr}), to_null);
+  }
   ParserValue v = parsed("2 pF", "cap");
   EXPECT_TRUE(v.scale_if_unitless(find_unit("Hz")));  // has units: no check, no change
   EXPECT_EQ(v.combined_value(), "2pF");
