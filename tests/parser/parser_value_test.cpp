@@ -96,7 +96,7 @@ TEST(ParserValueParse, QuotedStringsAndVariableNames) {
   for (const Case& c : names) EXPECT_EQ(ParserValue::is_valid_variable_name(c.text), c.expected) << c.text;
 }
 
-TEST(ParserValueScale, RescalesNumbersToSixDigits) {
+TEST(ParserValueScale, RescalesNumbersToSixDigitsOrRefuses) {
   // expected: the combined text afterwards, or the message of the exception.
   struct Case { const char* text; const char* type; UnitAndMultiplier to; bool ok; const char* expected; };
   const UnitAndMultiplier khz = find_unit("kHz"), pf = find_unit("pF"), dbm = find_unit("dBm");
