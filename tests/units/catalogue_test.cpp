@@ -9,23 +9,6 @@
 
 using namespace qorin::units;
 
-TEST(Catalogue, FactorsAreTheDoublesOfTheirDecimalLiterals) {
-  // Against strtod of the literal, so a factor computed another way
-  // (2.54 / 1e5, 0.1 * 0.1, ...) that lands one bit off is caught.
-  struct Case { const char* type; const char* unit; const char* literal; };
-  const Case cases[] = {
-      {"lng", "mil", "2.54e-5"}, {"lng", "in", "0.0254"},     {"lng", "ft", "0.3048"},
-      {"lng", "cm", "0.01"},     {"lng", "nm", "1e-9"},       {"dist", "ft", "0.3048"},
-      {"dist", "mi", "1609.34"}, {"cap", "fF", "1e-15"},      {"res", "mOhm", "1e-3"},
-      {"time", "psec", "1e-12"}, {"power", "dBm", "0.0"},     {"pct", "%", "0.01"},
-  };
-  for (const Case& c : cases) {
-    const UnitAndMultiplier unit = find_unit_of_type(find_unit_type(c.type), c.unit);
-    ASSERT_TRUE(unit.is_valid()) << c.type << " " << c.unit;
-    EXPECT_EQ(unit.multiplier()->multipler(), std::strtod(c.literal, nullptr)) << c.unit;
-  }
-}
-
 TEST(Catalogue, LegacyCodesAndIndexesAreCataloguePositions) {
   const auto& all = get_all_units();
   ASSERT_EQ(all.size(), 18u);
@@ -34,23 +17,44 @@ TEST(Catalogue, LegacyCodesAndIndexesAreCataloguePositions) {
     EXPECT_EQ(get_legacy_unit(static_cast<DMUnitE>(i - 2)), &all[i]);
     EXPECT_EQ(all[i].get_legacy_type(), i - 2);
   }
-  EXPECT_EQ(get_legacy_unit(DM_UNIT_POWER)->unit_type_name(), "power");
-  for (int code : {-3, 16, INT_MIN, INT_MAX}) {
-    EXPECT_EQ(get_legacy_unit(static_cast<DMUnitE>(code)), nullptr) << code;
-  }
+  for (int code : {-3, 16, INT_MIN, INT_MAX}) EXPECT_EQ(get_legacy_unit(static_cast<DMUnitE>(code)), nullptr);
+  EXPECT_EQ(find_unit_type("freq"), &all[2]);
+  for (const char* miss : {"", "Frequency", "FREQ", "freq "}) EXPECT_EQ(find_unit_type(miss), nullptr) << miss;
 }
 
-TEST(Catalogue, TypeNamesMatchExactly) {
-  EXPECT_EQ(find_unit_type("freq"), &get_all_units()[2]);
-  for (const char* miss : {"", "Frequency", "FREQ", "freq ", "fre"}) {
-    EXPECT_EQ(find_unit_type(miss), nullptr) << miss;
+TEST(UnitLookup, FirstExactMatchInCatalogueOrder) {
+  // Factors against strtod of their literals, so one computed another way
+  // (2.54 / 1e5, 0.1 * 0.1, ...) that lands one bit off is caught.
+  struct Case { const char* name; const char* type; const char* factor; };
+  const Case cases[] = {{"MOhm", "res", "1e6"},  {"mOhm", "res", "1e-3"},   {"meter", "lng", "1"},
+                        {"ft", "lng", "0.3048"}, {"dB", "dbg", "1"},        {"dBW", "power", "0"},
+                        {"%", "pct", "0.01"},    {"bad unit", "lng", "1"},  {"mil", "lng", "2.54e-5"},
+                        {"in", "lng", "0.0254"}, {"mi", "dist", "1609.34"}, {"fF", "cap", "1e-15"}};
+  for (const Case& c : cases) {
+    const UnitAndMultiplier unit = find_unit(c.name);
+    ASSERT_TRUE(unit.is_valid()) << c.name;
+    EXPECT_EQ(unit.type()->unit_type_name(), c.type) << c.name;
+    EXPECT_EQ(unit.multiplier()->multipler(), std::strtod(c.factor, nullptr)) << c.name;
   }
+  for (const char* name : {"mohm", "MHZ", " pF", "pF ", "", "dbm", "meters"}) {
+    EXPECT_TRUE(find_unit(name).type() == nullptr && find_unit(name).multiplier() == nullptr) << name;
+  }
+  EXPECT_FALSE(find_unit(nullptr).is_valid());
+  // Only a lookup within the type reaches the second "meter" and "ft".
+  const UnitType* dist = find_unit_type("dist");
+  const UnitAndMultiplier ft = find_unit_of_type(dist, "ft");
+  EXPECT_TRUE(ft.type() == dist && ft.multiplier() == &dist->multipliers()[2]);
+  EXPECT_FALSE(find_unit_of_type(dist, "mm").is_valid());
 }
 
-TEST(Catalogue, CopiesAreNotFoundByAddress) {
-  const UnitType& cap = *find_unit_type("cap");
-  const UnitType copy = cap;
-  EXPECT_EQ(copy.get_unit_index(), cap.get_unit_index());
-  EXPECT_TRUE(UnitAndMultiplier(&cap, &cap.multipliers()[1]).multiplier_matches_type());
-  EXPECT_FALSE(UnitAndMultiplier(&cap, &copy.multipliers()[1]).multiplier_matches_type());
+TEST(UnitLookup, MultiplierMatchesTypeByAddress) {
+  EXPECT_EQ(UnitAndMultiplier().unit_name(), "");
+  EXPECT_EQ(&UnitAndMultiplier().unit_name(), &UnitAndMultiplier().unit_name());  // one shared string
+  EXPECT_TRUE(UnitAndMultiplier().multiplier_matches_type());
+  EXPECT_TRUE(find_unit("pF").multiplier_matches_type());
+  const UnitMultiplier* ghz = find_unit("GHz").multiplier();
+  EXPECT_FALSE(UnitAndMultiplier(find_unit_type("res"), ghz).multiplier_matches_type());
+  EXPECT_FALSE(UnitAndMultiplier(find_unit_type("num"), ghz).multiplier_matches_type());
+  const UnitType copy = *find_unit_type("cap");  // same names, other addresses
+  EXPECT_FALSE(UnitAndMultiplier(find_unit_type("cap"), &copy.multipliers()[1]).multiplier_matches_type());
 }
