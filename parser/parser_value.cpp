@@ -26,10 +26,11 @@ void ParserValue::reformat() { update_combined_value(); }
 bool ParserValue::is_number() const { return isValidNumber(value_); }
 
 void ParserValue::assign_value_and_units(std::string value, UnitAndMultiplier units) {
-  // "(x)" is how the canonical text writes x before a unit: an option's
+  // "(x) unit" is how the canonical text writes x before a unit: an option's
   // two-word value «(a+b) GHz» must read back as «a+b», or every re-format
-  // would add a pair of parentheses.
-  value_ = detail::is_parenthesised(value) ? detail::inside_parentheses(value) : std::move(value);
+  // would add a pair of parentheses. Without a unit the text stays as typed.
+  const bool written_before_unit = units.is_valid() && detail::is_parenthesised(value);
+  value_ = written_before_unit ? detail::inside_parentheses(value) : std::move(value);
   units_ = units;
   parenthesised_ = !detail::is_plain_value(value_);
 }
