@@ -15,9 +15,10 @@ namespace {
 
 // Switches the C runtime and the C++ global locale (which streams copy) to
 // the first German locale the platform knows, and back.
-class CommaLocale {
- public:
-  CommaLocale() : saved_c_(std::setlocale(LC_ALL, nullptr)) {
+struct CommaLocale {
+  std::string saved_c = std::setlocale(LC_ALL, nullptr);
+  std::locale saved_cpp;
+  CommaLocale() {
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "German_Germany.1252", "German"}) {
       if (!std::setlocale(LC_ALL, name)) continue;
       try {
@@ -29,15 +30,9 @@ class CommaLocale {
     }
   }
   ~CommaLocale() {
-    std::locale::global(saved_cpp_);
-    std::setlocale(LC_ALL, saved_c_.c_str());
+    std::locale::global(saved_cpp);
+    std::setlocale(LC_ALL, saved_c.c_str());
   }
-  CommaLocale(const CommaLocale&) = delete;
-  CommaLocale& operator=(const CommaLocale&) = delete;
-
- private:
-  std::string saved_c_;
-  std::locale saved_cpp_;
 };
 
 TEST(NumberLocale, CommaDecimalLocaleChangesNothing) {
