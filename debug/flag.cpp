@@ -15,8 +15,6 @@ Flag::Flag(const char* name) : name_(name) { detail::FlagManager::instance().reg
 
 Flag::~Flag() { detail::FlagManager::instance().unregisterFlag(*this); }
 
-bool Flag::isSet() const { return setCopy_.load(std::memory_order_acquire); }
-
 bool Flag::enable(bool on) {
   Lock lock(mutex_);
   const bool previous = set_;

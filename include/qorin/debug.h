@@ -53,7 +53,8 @@ class QORIN_EXPORT Flag {
   Flag(const Flag&) = delete;
   Flag& operator=(const Flag&) = delete;
 
-  bool isSet() const;
+  // Inline: flags are asked in hot loops.
+  bool isSet() const { return setCopy_.load(std::memory_order_acquire); }
   // Sets or clears the set state, keeping the value; returns the previous
   // state.
   // Example: a numeric flag holding 3: enable(false) => true, isNumeric() => false;

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
+#include <cctype>
 
 namespace {
 
@@ -20,9 +20,12 @@ TEST(HeapReport, LineTruncatesToKitemsAndMegabytes) {
 }
 
 TEST(HeapReport, LiveHeap) {
-  const std::string line = qorin::get_heap_info_string();
-  EXPECT_TRUE(std::regex_match(line, std::regex(R"(Heap Count = \d+ Kitems  Size = \d+ MB  Overhead = \d+ MB   Total = \d+ MB)")))
-      << line;
+  std::string shape;
+  for (const char c : qorin::get_heap_info_string()) {
+    if (!std::isdigit(static_cast<unsigned char>(c))) shape += c;
+    else if (shape.empty() || shape.back() != '#') shape += '#';
+  }
+  EXPECT_EQ(shape, "Heap Count = # Kitems  Size = # MB  Overhead = # MB   Total = # MB");
 }
 
 }  // namespace
