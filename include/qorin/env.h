@@ -5,10 +5,13 @@
 // Narrow strings hold UTF-8; the platform's UTF-16 forms never appear here.
 #pragma once
 
+#include <qorin/debug.h>
 #include <qorin/export.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace qorin {
 
@@ -121,5 +124,64 @@ QORIN_EXPORT const char* getenv_check_registry_legacy(const char* name);
 // The roots a registry key is opened under: HKEY_LOCAL_MACHINE and
 // HKEY_CURRENT_USER.
 enum class RegistryRoot { local_machine, current_user };
+
+// A registry failure other than a missing key or value; the message names
+// the key and carries the system's text. Caught as std::runtime_error or as
+// MoreInfoForException, so rethrowMessage adds context to it in place.
+class QORIN_EXPORT RegistryError : public std::runtime_error, public MoreInfoForException {
+ public:
+  explicit RegistryError(const std::string& message);
+  ~RegistryError() override;
+};
+
+class QORIN_EXPORT KeyNotFound : public RegistryError {
+ public:
+  explicit KeyNotFound(const std::string& message);
+  ~KeyNotFound() override;
+};
+
+class QORIN_EXPORT ValueNotFound : public RegistryError {
+ public:
+  explicit ValueNotFound(const std::string& message);
+  ~ValueNotFound() override;
+};
+
+// A registry key open for reading (KEY_READ), closed when the object goes.
+// Names and values are UTF-8; a value name "" is the key's default value.
+// On platforms without a registry every key is missing.
+//
+// Example:
+//   RegistryKey key(RegistryRoot::local_machine, "SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
+//   key.get_string("VANTREL_DIR") => "C:\\Torvo"
+//   key.get_dword("Missing")      => throws ValueNotFound
+//       "Registry value \"Missing\" not found in HKEY_LOCAL_MACHINE\\SOFTWARE\\...\\qoenv"
+//   RegistryKey(RegistryRoot::current_user, "Nope") => throws KeyNotFound
+//       "Registry key not found: HKEY_CURRENT_USER\\Nope"
+//   on Linux: "Registry key not found: HKEY_CURRENT_USER\\Nope (there is no registry on this platform)"
+class QORIN_EXPORT RegistryKey {
+ public:
+  // Throws KeyNotFound, or RegistryError (for example access denied).
+  RegistryKey(RegistryRoot root, const std::string& path);
+  ~RegistryKey();
+  RegistryKey(RegistryKey&& other) noexcept;
+  RegistryKey& operator=(RegistryKey&& other) noexcept;
+  RegistryKey(const RegistryKey&) = delete;
+  RegistryKey& operator=(const RegistryKey&) = delete;
+
+  // A REG_SZ or REG_EXPAND_SZ value (not expanded), up to its first NUL.
+  // Throws ValueNotFound; RegistryError for any other type.
+  std::string get_string(const std::string& name) const;
+  // A REG_DWORD value. Throws ValueNotFound; RegistryError for any other type.
+  std::uint32_t get_dword(const std::string& name) const;
+  // Names in the registry's own order.
+  std::vector<std::string> value_names() const;
+  std::vector<std::string> subkey_names() const;
+  // The root's name and the path: "HKEY_LOCAL_MACHINE\\SOFTWARE\\...".
+  const std::string& full_path() const { return full_path_; }
+
+ private:
+  void* key_ = nullptr;  // an HKEY
+  std::string full_path_;
+};
 
 }  // namespace qorin
