@@ -5,6 +5,7 @@
 
 #include <qorin/text.h>
 
+#include <algorithm>
 #include <mutex>
 
 namespace qorin {
