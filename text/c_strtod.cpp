@@ -13,8 +13,7 @@ namespace qorin::detail {
 
 namespace {
 
-// IEEE double layout.
-constexpr std::uint64_t kSignBit = std::uint64_t{1} << 63;
+// The bits of the NaN that glibc's strtod returns for "nan".
 constexpr std::uint64_t kQuietNan = 0x7FF8000000000000;
 // glibc puts the number of "nan(number)" into the 51 mantissa bits below the
 // quiet bit.
@@ -24,6 +23,7 @@ bool is_c_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool is_alnum(char c) {
   return is_digit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
+
 // Whether [p, last) starts with `word` (lower case), ignoring case.
 bool starts_with_word(const char* p, const char* last, const char* word) {
   for (; *word; ++word, ++p) {
@@ -38,7 +38,8 @@ bool starts_with_word(const char* p, const char* last, const char* word) {
 bool read_nan_number(const char* first, const char* last, std::uint64_t& value) {
   int base = 10;
   const char* p = first;
-  if (last - p >= 2 && p[0] == '0' && lower(p[1]) == 'x' && last - p >= 3 && digit_value(p[2]) < 16) {
+  // "0x" counts only before a hex digit; otherwise the "0" is read alone.
+  if (last - p >= 3 && p[0] == '0' && lower(p[1]) == 'x' && digit_value(p[2]) < 16) {
     base = 16;
     p += 2;
   } else if (p != last && p[0] == '0') {

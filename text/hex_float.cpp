@@ -1,7 +1,9 @@
 // Hex floats ("0x1.8p3"), rounded to nearest-even with glibc's range
 // reports: underflow is judged after rounding (IEEE "tininess after
 // rounding", as on x86), so 0x1.fffffffffffff8p-1023 becomes DBL_MIN quietly
-// while 0x1.fffffffffffffp-1023 becomes DBL_MIN with ERANGE.
+// while 0x1.fffffffffffffp-1023 becomes DBL_MIN with ERANGE. Subnormals are
+// rounded once, straight onto their grid, as current glibc does (2.36 and
+// older lose one bit there).
 #include "text/c_strtod.h"
 
 #include <cstdint>

@@ -38,12 +38,22 @@ constexpr int kFixedIntegerDigits = 309;
 
 char to_upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
 
-std::string write_double(double x, Style style, int precision, char* first, char* last) {
-  const std::to_chars_result written = std::to_chars(first, last, x, style.format, precision);
-  if (style.upper) {
-    for (char* p = first; p != written.ptr; ++p) *p = to_upper(*p);
+void upper_case(char* first, char* last) {
+  for (char* p = first; p != last; ++p) *p = to_upper(*p);
+}
+
+std::string write_double(double x, Style style, int precision, std::size_t capacity) {
+  char local[512];
+  if (capacity <= sizeof local) {
+    char* const end = std::to_chars(local, local + sizeof local, x, style.format, precision).ptr;
+    if (style.upper) upper_case(local, end);
+    return std::string(local, end);
   }
-  return std::string(first, written.ptr);
+  std::string text(capacity, '\0');
+  char* const end = std::to_chars(text.data(), text.data() + capacity, x, style.format, precision).ptr;
+  if (style.upper) upper_case(text.data(), end);
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
 }
 
 }  // namespace
@@ -56,15 +66,9 @@ std::string fromDouble(double x, DoubleFormat format, int precision, int width) 
   }
   const std::size_t capacity = static_cast<std::size_t>(precision) + kRoomBesideDigits +
                                (style.format == std::chars_format::fixed ? kFixedIntegerDigits : 0);
-  char local[512];
-  std::string text;
-  if (capacity <= sizeof local) {
-    text = write_double(x, style, precision, local, local + capacity);
-  } else {
-    std::string buffer(capacity, '\0');
-    text = write_double(x, style, precision, buffer.data(), buffer.data() + capacity);
-  }
-  return width == 0 ? text : padString(text, width);
+  std::string text = write_double(x, style, precision, capacity);
+  if (width != 0) return padString(text, width);
+  return text;
 }
 
 std::string fromInt(int value, int width) { return padString(fmt::format_int(value).str(), width); }

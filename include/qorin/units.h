@@ -65,7 +65,7 @@ class QORIN_EXPORT UnitType {
            const char* mks_unit, bool uses_scale_factors,
            const std::vector<UnitMultiplier>& multipliers);
 
-  // The catalogue position (copies carry it).
+  // The catalogue position, legacy code + 2 (copies carry it).
   int get_unit_index() const { return unit_index_; }
   DMUnitE get_legacy_type() const { return legacy_; }
   bool uses_scale_factors() const { return uses_scale_factors_; }

@@ -40,7 +40,10 @@ struct CommandRegistration {
 };
 
 // A usage error found after parsing (an unknown unit, type or name): the
-// message goes to standard error with the "qorin: " prefix.
+// message goes to standard error with the "qorin: " prefix; returns kExitUsage.
 int usage_error(const std::string& message);
+// An input that was read and found invalid: the same message form; returns
+// kExitInvalidInput.
+int invalid_input(const std::string& message);
 
 }  // namespace qorin::tool

@@ -20,10 +20,15 @@ CommandRegistration::CommandRegistration(std::string name, std::string summary, 
   command_list().push_back({std::move(name), std::move(summary), std::move(setup)});
 }
 
-int usage_error(const std::string& message) {
+namespace {
+int report(const std::string& message, int status) {
   std::cerr << "qorin: " << message << "\n";
-  return kExitUsage;
+  return status;
 }
+}  // namespace
+
+int usage_error(const std::string& message) { return report(message, kExitUsage); }
+int invalid_input(const std::string& message) { return report(message, kExitInvalidInput); }
 
 }  // namespace qorin::tool
 

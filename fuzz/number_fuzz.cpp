@@ -1,0 +1,82 @@
+// Number text against the C runtime it must equal (glibc, "C" locale):
+// no crash; isValidInt implies isValidNumber; a valid number converts to
+// strtod's value bit for bit; the prefix family agrees with strtod on the
+// value (NaN payload and sign included), on success and on errno (apart
+// from glibc's known subnormal hex error, see strtod_reference.h); and
+// fromDouble writes what snprintf writes, without ever throwing.
+#include <qorin/text.h>
+
+#include "tests/support/strtod_reference.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace {
+
+std::uint64_t bits_of(double x) {
+  std::uint64_t bits;
+  std::memcpy(&bits, &x, sizeof bits);
+  return bits;
+}
+
+[[noreturn]] void fail(const char* what, const std::string& text) {
+  std::fprintf(stderr, "%s for \"%s\"\n", what, text.c_str());
+  std::abort();
+}
+
+void check_grammar(const std::string& text) {
+  const bool number = qorin::isValidNumber(text);
+  if (qorin::isValidInt(text) && !number) fail("isValidInt without isValidNumber", text);
+  if (!number) return;
+  bool ok = false;
+  const double value = qorin::toDouble_nothrow(text, &ok);
+  if (!ok) fail("valid number not converted", text);
+  if (bits_of(value) != bits_of(std::strtod(text.c_str(), nullptr))) fail("toDouble_nothrow differs from strtod", text);
+}
+
+void check_prefix(const std::string& text) {
+  errno = 0;
+  char* end = nullptr;
+  const double theirs = std::strtod(text.c_str(), &end);
+  const int their_errno = errno;
+  const bool converted = their_errno == 0 && end != text.c_str();
+  if (qorin::testing::known_strtod_error(text.c_str(), theirs)) return;
+  errno = 0;
+  const std::optional<double> ours = qorin::toDouble_only(text);
+  if (errno != their_errno) fail("errno differs from strtod", text);
+  if (ours.has_value() != converted) fail("toDouble_only success differs from strtod", text);
+  if (converted && bits_of(*ours) != bits_of(theirs)) fail("toDouble_only value differs from strtod", text);
+}
+
+void check_format(const std::uint8_t* data, std::size_t size) {
+  if (size < 10) return;
+  double x;
+  std::memcpy(&x, data, sizeof x);
+  static const char kFormats[] = {'e', 'E', 'f', 'g', 'G'};
+  const char format = kFormats[data[8] % sizeof kFormats];
+  const int precision = data[9] % 31;
+  const char spec[] = {'%', '.', '*', format, '\0'};
+  char expected[400];
+  std::snprintf(expected, sizeof expected, spec, precision, x);
+  try {
+    if (qorin::fromDouble(x, static_cast<qorin::DoubleFormat>(format), precision, 0) != expected) {
+      fail("fromDouble differs from snprintf", expected);
+    }
+  } catch (...) {
+    fail("fromDouble threw", expected);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  check_grammar(text);
+  check_prefix(text);
+  check_format(data, size);
+  return 0;
+}

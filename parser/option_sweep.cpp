@@ -1,0 +1,170 @@
+// ParamOptionData: the sweep shared by every option kind, read from the
+// option body's words and written back in canonical form.
+#include <qorin/parser.h>
+
+#include <string_view>
+
+namespace qorin::parser {
+
+namespace {
+
+// The percent quantity is catalogue entry 17, if it holds a "%" unit.
+const units::UnitType* percent_type() {
+  static const units::UnitType* const type = [] {
+    const auto& all = units::get_all_units();
+    if (all.size() <= 17) return static_cast<const units::UnitType*>(nullptr);
+    for (const auto& multiplier : all[17].multipliers()) {
+      if (multiplier.unit_name() == "%") return &all[17];
+    }
+    return static_cast<const units::UnitType*>(nullptr);
+  }();
+  return type;
+}
+
+// Runs of ' ' separate words; tabs belong to words.
+std::vector<std::string> split_words(const std::string& text, std::size_t begin, std::size_t end) {
+  std::vector<std::string> words;
+  words.reserve(8);  // the longest usual body, «discrete 1 pF to 9 pF by 1 pF», has 8
+  std::size_t i = begin;
+  while (i < end) {
+    while (i < end && text[i] == ' ') ++i;
+    std::size_t word_begin = i;
+    while (i < end && text[i] != ' ') ++i;
+    if (i > word_begin) words.emplace_back(text, word_begin, i - word_begin);
+  }
+  return words;
+}
+
+bool is_word(const std::string& word, std::string_view expected) { return std::string_view(word) == expected; }
+
+}  // namespace
+
+ParamOptionData::~ParamOptionData() = default;
+
+void ParamOptionData::parse(const units::UnitType* unit_type) {
+  // The body lies after the first '{', without the closing character.
+  std::size_t open = full_text_.find('{');
+  std::size_t begin = open == std::string::npos ? 0 : open + 1;
+  std::size_t end = full_text_.empty() ? 0 : full_text_.size() - 1;
+  sweep_type_ = sweep_invalid;
+  if (begin >= end) return;
+  std::vector<std::string> words = split_words(full_text_, begin, end);
+  if (words.empty() || !parse_special(&words)) return;
+  parse_sweep(&words, unit_type);
+  if (!sweep_type_is_legal()) sweep_type_ = sweep_invalid;
+}
+
+void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const units::UnitType* unit_type) {
+  std::vector<std::string>& words = *words_in;
+  const std::size_t n = words.size();
+  // A value is one word («1pF», with an optional unit suffix) or two («1 pF»).
+  // Each word is read at most once and never looked at again, so it is moved.
+  auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
+    value.set_value_with_optional_unit_suffix(std::move(words[i]), unit_type, allow_percent, false);
+  };
+  auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
+    return value.set_numeric_value_and_unit_string(std::move(words[i]), std::move(words[i + 1]), unit_type,
+                                                   allow_percent);
+  };
+
+  if (n == 0) {
+    sweep_type_ = sweep_empty;
+    return;
+  }
+  if (is_word(words[0], "+/-")) {
+    if (n == 2) {
+      read_one(start_, 1, true);
+    } else if (n == 3 && !read_two(start_, 1, true)) {
+      return;
+    }
+    // Any other word count leaves start as it was and still picks the form
+    // from its unit: older files depend on this.
+    const units::UnitType* percent = percent_type();
+    sweep_type_ = percent != nullptr && start_.unit_type() == percent ? sweep_percent_delta : sweep_delta;
+    return;
+  }
+
+  std::size_t to;
+  if (n >= 2 && is_word(words[1], "to")) {
+    read_one(start_, 0, false);
+    to = 1;
+  } else if (n >= 3 && is_word(words[2], "to")) {
+    read_two(start_, 0, false);  // a failed start still makes a range, as it always has
+    to = 2;
+  } else {
+    return;
+  }
+
+  if (n == to + 2) {
+    read_one(stop_, to + 1, false);
+    sweep_type_ = sweep_range;
+    return;
+  }
+  if (n == to + 3) {
+    if (read_two(stop_, to + 1, false)) sweep_type_ = sweep_range;
+    return;
+  }
+  if (n <= to + 3) return;
+
+  std::size_t by;
+  if (is_word(words[to + 2], "by")) {
+    read_one(stop_, to + 1, false);
+    by = to + 3;
+  } else if (is_word(words[to + 3], "by")) {
+    if (!read_two(stop_, to + 1, false)) return;
+    by = to + 4;
+  } else {
+    return;
+  }
+
+  if (n == by + 1) {
+    read_one(step_, by, false);
+  } else if (n == by + 2) {
+    if (!read_two(step_, by, false)) return;
+  } else {
+    return;
+  }
+  sweep_type_ = sweep_stepped_range;
+}
+
+void ParamOptionData::reformat() {
+  // An invalid option is written back exactly as the user typed it.
+  if (sweep_type_ == sweep_invalid) return;
+  std::string sweep;
+  auto append = [&sweep](const char* separator, ParserValue& value) {
+    value.update_combined_value();
+    sweep += separator;
+    sweep += value.combined_value_;
+  };
+  switch (sweep_type_) {
+    case sweep_range:
+    case sweep_stepped_range:
+      sweep.reserve(32);
+      append("", start_);
+      append(" to ", stop_);
+      if (sweep_type_ == sweep_stepped_range) append(" by ", step_);
+      break;
+    case sweep_delta:
+    case sweep_percent_delta:
+      append("+/- ", start_);
+      break;
+    default:
+      break;
+  }
+  full_text_ = reformat_impl(sweep);
+  if (!enabled_) full_text_.insert(0, "no");
+}
+
+void ParamOptionData::scale_all_unitless_values(units::UnitAndMultiplier unit) {
+  for (ParserValue* value : {&start_, &stop_, &step_}) {
+    if (!value->units().is_valid()) value->scale_value_to_new_unit(unit);
+  }
+  reformat();
+}
+
+void ParamOptionData::set_use_dbmtow_functions(bool use) {
+  for (ParserValue* value : {&start_, &stop_, &step_}) value->set_use_dbmtow_functions(use);
+  reformat();
+}
+
+}  // namespace qorin::parser

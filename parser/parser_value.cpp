@@ -1,0 +1,125 @@
+// ParserValue's setters, rescaling and the canonical text.
+#include "parser/value_forms.h"
+
+#include <qorin/parser.h>
+#include <qorin/text.h>
+
+#include <cmath>
+#include <stdexcept>
+
+namespace qorin::parser {
+
+using units::UnitAndMultiplier;
+
+void ParserValue::set_unit_multiplier(UnitAndMultiplier units) {
+  units_ = units;
+  update_combined_value();
+}
+
+void ParserValue::set_use_dbmtow_functions(bool use) {
+  use_dbmtow_functions_ = use;
+  update_combined_value();
+}
+
+void ParserValue::reformat() { update_combined_value(); }
+
+bool ParserValue::is_number() const { return isValidNumber(value_); }
+
+void ParserValue::assign_value_and_units(std::string value, UnitAndMultiplier units) {
+  // "(x)" is how the canonical text writes x before a unit: an option's
+  // two-word value «(a+b) GHz» must read back as «a+b», or every re-format
+  // would add a pair of parentheses.
+  value_ = detail::is_parenthesised(value) ? detail::inside_parentheses(value) : std::move(value);
+  units_ = units;
+  parenthesised_ = !detail::is_plain_value(value_);
+}
+
+bool ParserValue::set_unit_string(std::string unit, const units::UnitType* type, bool allow_percent) {
+  UnitAndMultiplier found;
+  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  set_unit_multiplier(found);
+  return true;
+}
+
+void ParserValue::set_numeric_value_and_unit_multiplier(std::string value, UnitAndMultiplier units) {
+  assign_value_and_units(std::string(detail::trim_blanks(value)), units);
+  update_combined_value();
+}
+
+bool ParserValue::set_numeric_value_and_unit_string(std::string value, std::string unit,
+                                                    const units::UnitType* type, bool allow_percent) {
+  UnitAndMultiplier found;
+  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  set_numeric_value_and_unit_multiplier(std::move(value), found);
+  return true;
+}
+
+void ParserValue::set_value_and_unit_multiplier(std::string value, UnitAndMultiplier units) {
+  const std::string text(detail::trim_blanks(value));
+  ParserValue own;
+  // An empty split means the whole text was a unit word ("m"): more likely a
+  // variable than a unit when the caller names the unit.
+  if (units.type() != nullptr && own.set_value_with_unit_impl(text, units.type()) &&
+      !own.value_.empty()) {
+    value_ = std::move(own.value_);
+    units_ = own.units_;
+    parenthesised_ = own.parenthesised_;
+  } else {
+    assign_value_and_units(text, units);
+  }
+  update_combined_value();
+}
+
+bool ParserValue::set_value_and_unit_string(std::string value, std::string unit,
+                                            const units::UnitType* type, bool allow_percent) {
+  UnitAndMultiplier found;
+  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  set_value_and_unit_multiplier(std::move(value), found);
+  return true;
+}
+
+bool ParserValue::scale_value_to_new_unit(UnitAndMultiplier new_unit) {
+  bool ok = false;
+  const double x = toDouble_nothrow(value_, &ok);
+  if (!ok) return false;
+  double y = x;
+  // An incomplete new unit reaches the conversions, which refuse it.
+  if (!units_.is_valid()) {
+    if (!units::convert_parm_value_from_mks_units(x, new_unit, &y)) return false;
+  } else if (new_unit.type() != nullptr && new_unit.type() != units_.type()) {
+    throw std::runtime_error("Cannot scale from \"" + units_.unit_name() + "\" to \"" +
+                             new_unit.unit_name() + "\".");
+  } else if (new_unit.multiplier() == units_.multiplier()) {
+    return true;
+  } else if (!units::convert_parm_value_units(x, units_, &y, new_unit)) {
+    return false;
+  }
+  // Six digits: the rescaled text goes back into the user's design.
+  if (y != x) value_ = std::fabs(y) > 1e-21 ? fromDouble(y, general, 6, 0) : "0";
+  units_ = new_unit;
+  update_combined_value();
+  return true;
+}
+
+bool ParserValue::scale_if_unitless(UnitAndMultiplier new_unit) {
+  if (units_.is_valid()) return true;
+  return scale_value_to_new_unit(new_unit);
+}
+
+void ParserValue::update_combined_value() {
+  if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
+    combined_value_ = value_;
+    return;
+  }
+  const std::string& unit = units_.unit_name();
+  const bool dbm = unit == std::string_view("dBm");
+  if (use_dbmtow_functions_ && (dbm || unit == std::string_view("dBW"))) {
+    combined_value_.assign(dbm ? "dbmtow(" : "dbwtow(").append(value_).append(")");
+  } else if (parenthesised_) {
+    combined_value_.assign("(").append(value_).append(") ").append(unit);
+  } else {
+    combined_value_.assign(value_).append(unit);
+  }
+}
+
+}  // namespace qorin::parser
