@@ -13,21 +13,20 @@
 namespace {
 
 using qorin::Debug::Flag;
-using qorin::testing::ScopedEnvironmentVariable;
 
 // Flags here are locals: each test sees only its own in the registry. The
 // variable stays set for the whole test, since the first flag of a process
 // reads it again.
 class FlagTest : public ::testing::Test {
  protected:
-  void readVariable(const std::string& text) {
+  void readVariable(const std::string& text, bool reportUnused = false) {
     variable_.reset();
     variable_.emplace("_QDX_DEBUG_FLAGS", text);
-    Flag::reinitializeFlags(false);
+    Flag::reinitializeFlags(reportUnused);
   }
 
  private:
-  std::optional<ScopedEnvironmentVariable> variable_;
+  std::optional<qorin::testing::ScopedEnvironmentVariable> variable_;
 };
 
 TEST_F(FlagTest, SettingsFromTheVariable) {
@@ -35,12 +34,10 @@ TEST_F(FlagTest, SettingsFromTheVariable) {
   readVariable("NL=\"x\ny\",FOO=2.5e1,S=\"a,b\",Q='x',BAD=abc, BAR,logfile=2,REP=1,REP=2,T='12ab'");
   struct Case { const char* name; bool numeric; bool string; double number; const char* text; };
   const Case cases[] = {
-      {"FOO", true, false, 25, "25"},      {"S", false, true, 0, "a,b"},
-      {"Q", false, true, 0, "x"},          {"BAD", false, false, 0, ""},
-      {"BAR", true, false, 1, "1"},        {"LOGFILE", false, false, 0, ""},
-      {"REP", true, false, 2, "2"},        {"T", false, true, 12, "12ab"},
-      // A quoted value holding a line break is not "quoted": it goes to atof.
-      {"NL", true, false, 0, "0"},
+      {"FOO", true, false, 25, "25"}, {"S", false, true, 0, "a,b"},    {"Q", false, true, 0, "x"},
+      {"BAD", false, false, 0, ""},   {"BAR", true, false, 1, "1"},    {"LOGFILE", false, false, 0, ""},
+      {"REP", true, false, 2, "2"},   {"T", false, true, 12, "12ab"},
+      {"NL", true, false, 0, "0"},  // not "quoted" with a line break inside: atof
   };
   for (const Case& c : cases) {
     Flag flag(c.name);
@@ -48,55 +45,33 @@ TEST_F(FlagTest, SettingsFromTheVariable) {
     EXPECT_EQ(flag.isNumeric(), c.numeric) << c.name;
     EXPECT_EQ(flag.isString(), c.string) << c.name;
     EXPECT_EQ(flag.asNumber(), c.number) << c.name;
-    EXPECT_EQ(flag.asString(), c.text) << c.name;
     EXPECT_EQ(flag.stringValue(), c.text) << c.name;
   }
 }
 
-TEST_F(FlagTest, NumbersAndTheirText) {
-  readVariable("");
-  Flag flag("NUMBERS");
-  EXPECT_FALSE(flag.isSet());
-  EXPECT_EQ(flag.asNumber(), 0.0);
-  EXPECT_EQ(flag.asString(), "");
+TEST_F(FlagTest, ProgramSetValues) {
+  readVariable("KEPT=4");
+  Flag flag("PROGRAM_SET");
   struct Case { double number; int integer; const char* text; };
-  const Case cases[] = {
-      {2.9, 2, "2.9"}, {-2.9, -2, "-2.9"}, {0.1, 0, "0.1"}, {1e20, INT_MAX, "1e+20"}, {-1e20, INT_MIN, "-1e+20"},
-  };
+  const Case cases[] = {{2.9, 2, "2.9"}, {-2.9, -2, "-2.9"}, {0.1, 0, "0.1"}, {1e20, INT_MAX, "1e+20"}};
   for (const Case& c : cases) {
     flag.setNumericValue(c.number);
     EXPECT_EQ(flag.asInteger(), c.integer) << c.text;
     EXPECT_EQ(flag.asString(), c.text);
   }
-  flag.setStringValue("-7.5 apples");
-  EXPECT_EQ(flag.asInteger(), -7);
-  EXPECT_EQ(flag.numericValue(), -7.5);
-}
-
-TEST_F(FlagTest, EnableKeepsTheValue) {
-  readVariable("");
-  Flag flag("ENABLE");
-  flag.setNumericValue(3);
-  EXPECT_TRUE(flag.enable(false));
-  EXPECT_FALSE(flag.isSet());
+  EXPECT_TRUE(flag.enable(false));  // keeps the number
   EXPECT_FALSE(flag.isNumeric());
   EXPECT_EQ(flag.asNumber(), 0.0);
   EXPECT_FALSE(flag.enable(true));
-  EXPECT_TRUE(flag.isNumeric());
-  EXPECT_EQ(flag.asNumber(), 3.0);
-  flag.clear();
-  EXPECT_FALSE(flag.enable(true));
-  EXPECT_EQ(flag.asString(), "");
-}
+  EXPECT_EQ(flag.asNumber(), 1e20);
+  flag.setStringValue("-7.5 apples");
+  EXPECT_EQ(flag.asInteger(), -7);
 
-TEST_F(FlagTest, ReinitializeWithdrawsWhatTheProgramSet) {
-  readVariable("KEPT=4");
-  Flag programSet("PROGRAM_SET");
   Flag kept("KEPT");
-  programSet.setNumericValue(5);
   kept.setStringValue("mine");
-  readVariable("KEPT=4");
-  EXPECT_FALSE(programSet.isSet());
+  readVariable("KEPT=4");  // withdraws what the program set
+  EXPECT_FALSE(flag.isSet());
+  EXPECT_EQ(flag.asString(), "");
   EXPECT_EQ(kept.asString(), "4");
 }
 
@@ -113,18 +88,6 @@ TEST_F(FlagTest, DuplicateNameThrowsAndKeepsTheFirst) {
   EXPECT_EQ(Flag::flagCount(), count);
   readVariable("DUP=10");
   EXPECT_EQ(first.asNumber(), 10.0);
-  EXPECT_EQ(first.name(), "DUP");
-}
-
-TEST(Flag, CountFollowsLifetimes) {
-  const auto before = Flag::flagCount();
-  {
-    Flag a("COUNT_A");
-    Flag b("COUNT_B");
-    EXPECT_EQ(Flag::flagCount(), before + 2);
-  }
-  EXPECT_EQ(Flag::flagCount(), before);
-  Flag again("COUNT_A");  // the name is free again
 }
 
 TEST_F(FlagTest, DumpText) {
@@ -147,29 +110,23 @@ TEST_F(FlagTest, DumpText) {
   }
 }
 
-TEST(Flag, UnusedReport) {
+TEST_F(FlagTest, UnusedReport) {
   struct Case { const char* variable; const char* expected; };
-  const Case cases[] = {
-      {"logfile=2,LOGFILE", "***** Unused flags:\n    logfile\n\n"},
-      {"LOGFILE=1", ""},
-      {"", ""},
-  };
+  const Case cases[] = {{"logfile=2,LOGFILE", "***** Unused flags:\n    logfile\n\n"}, {"LOGFILE=1", ""}, {"", ""}};
   Flag flag("LOGFILE");
   for (const Case& c : cases) {
-    ScopedEnvironmentVariable variable("_QDX_DEBUG_FLAGS", c.variable);
     qorin::testing::StreamCapture capture(stderr);
-    Flag::reinitializeFlags(true);
+    readVariable(c.variable, true);
     EXPECT_EQ(capture.release(), c.expected) << c.variable;
     EXPECT_EQ(flag.isSet(), c.variable[0] != '\0') << c.variable;
   }
 }
 
 TEST(FormatString, NeverTruncates) {
-  EXPECT_EQ(qorin::Debug::formatString("%s=%.15g", "x", 0.1), "x=0.1");
-  EXPECT_EQ(qorin::Debug::formatString(""), "");
   const std::string long_text(5000, 'y');
   EXPECT_EQ(qorin::Debug::formatString("<%s>", long_text.c_str()), "<" + long_text + ">");
   EXPECT_EQ(qorin::Debug::formatString("%0999d|", 1).size(), 1000u);
+  EXPECT_EQ(qorin::Debug::formatString(""), "");
 }
 
 }  // namespace
