@@ -1,0 +1,136 @@
+// The installation's registry key, created here before the first lookup of
+// the process. The tests run in order in one process; the last one spoils
+// the fallback's handle on purpose.
+#include <qorin/env.h>
+
+#include "src/win32_api.h"
+#include "support/scoped_environment.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+using qorin::RegistryKey;
+using qorin::RegistryRoot;
+
+const wchar_t kKeyPath[] = L"SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv";
+const std::string kLongValue = std::string(6000, 'r') + "Gr\xc3\xbc\xc3\x9f" "e \xe2\x9c\x93";
+
+void setString(HKEY key, const wchar_t* name, const std::wstring& value, DWORD type = REG_SZ) {
+  ASSERT_EQ(::RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(value.c_str()),
+                             static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
+            ERROR_SUCCESS);
+}
+
+void createKey(const std::wstring& plain) {
+  qorin::win32::UniqueRegKey key;
+  ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKeyPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.out(), nullptr),
+            ERROR_SUCCESS);
+  setString(key.get(), L"QORIN_REG_PLAIN", plain);
+  setString(key.get(), L"QORIN_REG_LF", L"first\nsecond");
+  setString(key.get(), L"QORIN_REG_CR", L"\rall cut");
+  setString(key.get(), L"QORIN_REG_LONG", std::wstring(6000, L'r') + L"Gr\u00fc\u00dfe \u2713");
+  setString(key.get(), L"QORIN_REG_SHADOWED", L"registry");
+  setString(key.get(), L"QORIN_REG_EXPAND", L"%TEMP%\\x", REG_EXPAND_SZ);
+  const DWORD number = 42;
+  ASSERT_EQ(::RegSetValueExW(key.get(), L"QORIN_REG_DWORD", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
+                             sizeof number),
+            ERROR_SUCCESS);
+  qorin::win32::UniqueRegKey sub;
+  ASSERT_EQ(::RegCreateKeyExW(key.get(), L"sub", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, sub.out(), nullptr),
+            ERROR_SUCCESS);
+}
+
+class RegistryTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { createKey(L"C:\\data\r\nrest"); }
+};
+
+TEST_F(RegistryTest, FallbackValuesAreCutAtTheFirstLineBreak) {
+  struct Case { const char* name; std::string expected; };
+  const Case cases[] = {
+      {"QORIN_REG_PLAIN", "C:\\data"}, {"QORIN_REG_LF", "first"}, {"QORIN_REG_CR", ""},
+      {"QORIN_REG_LONG", kLongValue},  {"QORIN_REG_DWORD", "*"},  // a DWORD read as text: 42 is '*'
+  };
+  for (const Case& c : cases) {
+    std::string value;
+    EXPECT_TRUE(qorin::getenv_from_registry_only(c.name, &value)) << c.name;
+    EXPECT_EQ(value, c.expected) << c.name;
+  }
+  std::string value = "untouched";
+  EXPECT_FALSE(qorin::getenv_from_registry_only("QORIN_REG_MISSING", &value));
+  EXPECT_EQ(value, "untouched");
+  EXPECT_EQ(qorin::getenv_check_registry_legacy("QORIN_REG_MISSING"), nullptr);
+}
+
+TEST_F(RegistryTest, EnvironmentTakesPrecedence) {
+  {
+    qorin::testing::ScopedEnvironmentVariable variable("QORIN_REG_SHADOWED", "environment");
+    EXPECT_EQ(qorin::getenv_check_registry_kstring("QORIN_REG_SHADOWED"), "environment");
+    EXPECT_STREQ(qorin::getenv_check_registry_legacy("QORIN_REG_SHADOWED"), "environment");
+  }
+  // An empty variable counts as absent, so the registry answers.
+  qorin::testing::ScopedEnvironmentVariable empty("QORIN_REG_SHADOWED", "");
+  EXPECT_EQ(qorin::getenv_check_registry_kstring("QORIN_REG_SHADOWED"), "registry");
+  EXPECT_STREQ(qorin::getenv_check_registry_legacy("QORIN_REG_LONG"), kLongValue.c_str());
+}
+
+TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
+  RegistryKey key(RegistryRoot::local_machine, "SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
+  EXPECT_EQ(key.get_string("QORIN_REG_PLAIN"), "C:\\data\r\nrest");
+  EXPECT_EQ(key.get_string("QORIN_REG_LONG"), kLongValue);
+  EXPECT_EQ(key.get_string("QORIN_REG_EXPAND"), "%TEMP%\\x");
+  EXPECT_EQ(key.get_dword("QORIN_REG_DWORD"), 42u);
+  EXPECT_EQ(key.subkey_names(), std::vector<std::string>{"sub"});
+  std::vector<std::string> names = key.value_names();
+  std::sort(names.begin(), names.end());
+  EXPECT_EQ(names, (std::vector<std::string>{"QORIN_REG_CR", "QORIN_REG_DWORD", "QORIN_REG_EXPAND", "QORIN_REG_LF",
+                                             "QORIN_REG_LONG", "QORIN_REG_PLAIN", "QORIN_REG_SHADOWED"}));
+
+  RegistryKey moved = std::move(key);
+  EXPECT_EQ(moved.full_path(), "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
+  try {
+    moved.get_dword("QORIN_REG_MISSING");
+    FAIL() << "read";
+  } catch (const qorin::ValueNotFound& e) {
+    EXPECT_STREQ(e.what(),
+                 "Registry value \"QORIN_REG_MISSING\" not found in "
+                 "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
+  }
+  EXPECT_THROW(moved.get_dword("QORIN_REG_PLAIN"), qorin::RegistryError);
+  EXPECT_THROW(moved.get_string("QORIN_REG_DWORD"), qorin::RegistryError);
+}
+
+TEST_F(RegistryTest, MissingKey) {
+  struct Case { RegistryRoot root; const char* path; const char* message; };
+  const Case cases[] = {
+      {RegistryRoot::local_machine, "SOFTWARE\\Ambrosyn\\Torvo\\4.10\\nope",
+       "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\nope"},
+      {RegistryRoot::current_user, "Software\\QorinNoSuchKey", "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoSuchKey"},
+  };
+  for (const Case& c : cases) {
+    try {
+      RegistryKey key(c.root, c.path);
+      FAIL() << c.path;
+    } catch (const qorin::KeyNotFound& e) {
+      EXPECT_STREQ(e.what(), c.message);
+    }
+  }
+}
+
+// Last: replaces the key under the fallback's open handle.
+TEST_F(RegistryTest, FallbackKeyIsOpenedOnce) {
+  std::string value;
+  ASSERT_TRUE(qorin::getenv_from_registry_only("QORIN_REG_PLAIN", &value));
+  ASSERT_EQ(::RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKeyPath), ERROR_SUCCESS);
+  createKey(L"changed");
+  value.clear();
+  qorin::getenv_from_registry_only("QORIN_REG_PLAIN", &value);
+  EXPECT_NE(value, "changed");
+  createKey(L"C:\\data\r\nrest");
+}
+
+}  // namespace
