@@ -43,6 +43,7 @@ TEST(AnnotationParser, PullsOptionsRightToLeftAndRefusesTheRest) {
     for (const auto& option : parser.options()) list += (list.empty() ? "" : "|") + option->get_full_text();
     EXPECT_EQ(list, c.options) << c.text;
     EXPECT_EQ(parser.nominal(), c.nominal) << c.text;
+    EXPECT_EQ(parser.is_valid(), list.empty()) << c.text;  // unparsed bodies; the nominal is not looked at
   }
 }
 
@@ -58,12 +59,6 @@ TEST(AnnotationParser, LaterOptionsComeRightAfterTheNominal) {
   parser.reformat();
   EXPECT_EQ(parser.get_combined_string(), "1 tune{ 1 to 2 by 1 } stat{ a } opt{ b }");
   EXPECT_FALSE(parser.is_valid());  // stat{ a } and opt{ b } do not parse
-}
-
-TEST(AnnotationParser, ValidityLooksAtOptionsOnly) {
-  ParamItemParser parser;
-  parser.parse("not a value at all", true);
-  EXPECT_TRUE(parser.is_valid());
 }
 
 TEST(AnnotationParser, LegacyUnitCodesAreOffsetByTwo) {

@@ -37,10 +37,10 @@ TEST(AnnotationShort, EachKindAsItsPolicySays) {
 TEST(AnnotationFileBasedValue, TakesDatasetAndValueApart) {
   struct Case { const char* text; const char* type; const char* parts; };  // [invalid ]dac|value|units
   const Case cases[] = {
-      {"file{ds1, 3}", "", "ds1|3|"},     {"file{ds1 , 3 }", "", "ds1 |3 |"}, {"  file{ds1,3}  ", "", "ds1|3|"},
+      {"file{ds1, 3}", "", "ds1|3|"}, {"file{ds1 , 3 }", "", "ds1 |3 |"}, {"  file{ds1,3}  ", "", "ds1|3|"},
       {"file{ds1, 3} pF", "cap", "ds1|3|pF"}, {"file{a, b, c}", "", "a|b, c|"}, {"file{a,   }", "", "a||"},
-      {"file{ds1}", "", "invalid ||"},   {"file{a, b}c", "", "invalid ||"}, {"file{a, b}}", "", "invalid ||"},
-      {"FILE{a, b}", "", "invalid ||"},  {"", "", "invalid ||"},
+      {"file{ds1}", "", "invalid ||"}, {"file{a, b}c", "", "invalid ||"}, {"file{a, b}}", "", "invalid ||"},
+      {"FILE{a, b}", "", "invalid ||"}, {"", "", "invalid ||"},
   };
   for (const Case& c : cases) {
     ParserValue value;
