@@ -1,6 +1,9 @@
 // ParamItemParser: which trailing options are pulled off, in which order the
-// annotation is written back, and the settings that act on all its values.
+// annotation is written back, the settings that act on all its values, and
+// the stability of the canonical text.
 #include <qorin/parser.h>
+
+#include "tools/qorin/annotation_examples.h"
 
 #include <gtest/gtest.h>
 
@@ -9,57 +12,39 @@ namespace {
 using namespace qorin::parser;
 using qorin::units::find_unit;
 using qorin::units::find_unit_type;
+using qorin::tool::AnnotationExample;
 
-// Full texts in list order (the reverse of the textual order), '|'-separated.
-std::string option_list(const ParamItemParser& parser) {
-  std::string list;
-  for (const auto& option : parser.options()) list += (list.empty() ? "" : "|") + option->get_full_text();
-  return list;
-}
+std::string type_name(const qorin::units::UnitType* type) { return type ? type->unit_type_name() : ""; }
 
 TEST(AnnotationParser, PullsOptionsRightToLeftAndRefusesTheRest) {
-  struct Case { const char* text; const char* options; const char* nominal; };
+  struct Case { const char* text; const char* options; const char* nominal; };  // options in list order
   const Case cases[] = {
-      {"1 opt{ 1 to 2 } stat{ a }", "stat{ a }|opt{ 1 to 2 }", "1"},
-      {"1 opt{ 1 to 2 } opt{ 3 to 4 }", "opt{ 3 to 4 }", "1 opt{ 1 to 2 }"},
-      {"1 foo{ x } opt{ 1 to 2 }", "opt{ 1 to 2 }", "1 foo{ x }"},
-      {"1 opt{ 'a' }", "", "1 opt{ 'a' }"},
-      {"1 opt{ \"a\" }", "", "1 opt{ \"a\" }"},
-      {"1 opt{ a }}", "", "1 opt{ a }}"},
-      {"opt{}", "opt{}", ""},
-      {"opt}", "", "opt}"},
-      {"x{}", "", "x{}"},
-      {"{abc}", "", "{abc}"},
-      {"1 noopt{ 1 to 2 }", "noopt{ 1 to 2 }", "1"},
-      {"1 opt { 1 to 2 }", "opt { 1 to 2 }", "1"},
-      {"1   opt{ 1 to 2 }  ", "opt{ 1 to 2 }", "1"},
-      {"1 opt{ 1 to 2 }\t", "", "1 opt{ 1 to 2 }\t"},
-      {"1\topt{ 1 to 2 }", "", "1\topt{ 1 to 2 }"},
-      {"1 Opt{ 1 to 2 }", "", "1 Opt{ 1 to 2 }"},
-      {"1 no{ 1 to 2 }", "", "1 no{ 1 to 2 }"},
-      {"1 nonopt{ 1 to 2 }", "", "1 nonopt{ 1 to 2 }"},
-      {"1 opts{ 1 }", "", "1 opts{ 1 }"},
-      {"1 { 1 }", "", "1 { 1 }"},
-      {"stat{ a }opt{ b }", "", "stat{ a }opt{ b }"},
       {"1 doe{ a } tune{ b } stat{ c } opt{ d }", "opt{ d }|stat{ c }|tune{ b }|doe{ a }", "1"},
+      // A second option of a kind, and an unknown keyword, stop the pulling.
+      {"1 opt{ 1 to 2 } opt{ 3 to 4 }", "opt{ 3 to 4 }", "1 opt{ 1 to 2 }"},
       {"1 tune{ a } notune{ b }", "notune{ b }", "1 tune{ a }"},
+      {"1 foo{ x } opt{ 1 to 2 }", "opt{ 1 to 2 }", "1 foo{ x }"},
+      // Quotes or braces in the body; too short; '{' at position 0.
+      {"1 opt{ 'a' }", "", "1 opt{ 'a' }"}, {"1 opt{ \"a\" }", "", "1 opt{ \"a\" }"}, {"1 opt{ }}", "", "1 opt{ }}"},
+      {"opt{}", "opt{}", ""}, {"opt}", "", "opt}"}, {"{abc}", "", "{abc}"},
+      // Blanks: only ' ' counts, only one is dropped, one may stand before '{'.
+      {"1 opt { 1 to 2 }", "opt { 1 to 2 }", "1"}, {"1   opt{ 1 to 2 }  ", "opt{ 1 to 2 }", "1"},
+      {"1 opt{ 1 to 2 }\t", "", "1 opt{ 1 to 2 }\t"}, {"1\topt{ 1 to 2 }", "", "1\topt{ 1 to 2 }"},
+      // Keywords: the last blank-separated word, exact, case included, after
+      // at most one "no".
+      {"stat{ a }opt{ b }", "", "stat{ a }opt{ b }"},
+      {"1 noopt{ 1 to 2 }", "noopt{ 1 to 2 }", "1"}, {"1 Opt{ 1 to 2 }", "", "1 Opt{ 1 to 2 }"},
+      {"1 no{ 1 }", "", "1 no{ 1 }"}, {"1 nonoopt{ 1 }", "", "1 nonoopt{ 1 }"}, {"1 opts{ 1 }", "", "1 opts{ 1 }"},
   };
   for (const Case& c : cases) {
     ParamItemParser parser;
     parser.parse(c.text, false);
-    EXPECT_EQ(option_list(parser), c.options) << c.text;
+    std::string list;
+    for (const auto& option : parser.options()) list += (list.empty() ? "" : "|") + option->get_full_text();
+    EXPECT_EQ(list, c.options) << c.text;
     EXPECT_EQ(parser.nominal(), c.nominal) << c.text;
+    EXPECT_EQ(parser.is_valid(), list.empty()) << c.text;  // unparsed bodies; the nominal is not looked at
   }
-}
-
-TEST(AnnotationParser, PrefixNoDisablesTheOption) {
-  ParamItemParser parser;
-  parser.parse("1 nostat{ gauss +/- 1 } tune{ 1 to 2 by 1 }", true);
-  ASSERT_NE(parser.stat(), nullptr);
-  ASSERT_NE(parser.tune(), nullptr);
-  EXPECT_TRUE(parser.stat()->disabled());
-  EXPECT_TRUE(parser.tune()->enabled());
-  EXPECT_TRUE(parser.is_valid());
 }
 
 TEST(AnnotationParser, LaterOptionsComeRightAfterTheNominal) {
@@ -67,76 +52,78 @@ TEST(AnnotationParser, LaterOptionsComeRightAfterTheNominal) {
   parser.parse("1 stat{ a } opt{ b }", true);
   ParamTuneData* tune = parser.add_tune();
   EXPECT_EQ(parser.add_tune(), tune);
+  EXPECT_EQ(parser.tune(), tune);
   EXPECT_EQ(parser.get_combined_string(), "1  stat{ a } opt{ b }");  // empty until set
-
-  ParserValue value;
-  for (auto [text, set] : {std::pair{"1", &ParamOptionData::set_start_delta},
-                           std::pair{"2", &ParamOptionData::set_stop}, std::pair{"1", &ParamOptionData::set_step}}) {
-    value.set_value_with_optional_unit_suffix(text, nullptr, false, false);
-    (tune->*set)(value);
-  }
-  tune->set_sweep_type(sweep_stepped_range);
+  tune->set_full_text("tune{ 1  to 2 by 1 }");
+  tune->parse(nullptr);
   parser.reformat();
   EXPECT_EQ(parser.get_combined_string(), "1 tune{ 1 to 2 by 1 } stat{ a } opt{ b }");
   EXPECT_FALSE(parser.is_valid());  // stat{ a } and opt{ b } do not parse
 }
 
-TEST(AnnotationParser, ValidityLooksAtOptionsOnly) {
-  ParamItemParser parser;
-  parser.parse("not a value at all", true);
-  EXPECT_TRUE(parser.is_valid());
-  ParamOptData* opt = parser.add_opt();
-  EXPECT_EQ(parser.opt(), opt);
-  EXPECT_FALSE(parser.is_valid());
-}
-
 TEST(AnnotationParser, LegacyUnitCodesAreOffsetByTwo) {
-  struct Case { int code; const char* type; };
-  const Case cases[] = {{-3, nullptr}, {-2, "string"}, {0, "freq"}, {4, "cap"}, {8, "power"}, {15, "pct"}, {16, nullptr}};
-  for (const Case& c : cases) {
-    ParamItemParser parser;
-    parser.set_legacy_unit(static_cast<DMUnitE>(c.code));
-    if (c.type == nullptr) {
-      EXPECT_EQ(parser.unit_type(), nullptr) << c.code;
-    } else {
-      ASSERT_NE(parser.unit_type(), nullptr) << c.code;
-      EXPECT_EQ(parser.unit_type()->unit_type_name(), c.type) << c.code;
-    }
+  // Codes outside the catalogue follow valid ones: they must clear the type.
+  const std::pair<int, const char*> cases[] = {{0, "freq"}, {-3, ""}, {-2, "string"}, {16, ""},
+                                               {4, "cap"},  {8, "power"}, {15, "pct"}};
+  ParamItemParser parser;
+  for (auto [code, type] : cases) {
+    parser.set_legacy_unit(static_cast<DMUnitE>(code));
+    EXPECT_EQ(type_name(parser.unit_type()), type) << code;
   }
 }
 
 TEST(AnnotationParser, AnyUnitTakesTheTypeFromTheNominal) {
   ParamItemParser parser;
+  parser.set_unit_type(find_unit_type("cap"));
   parser.allow_any_unit(true);
   parser.parse("3 mm opt{ 1 mm to 5 mm }", true);
-  ASSERT_NE(parser.unit_type(), nullptr);
-  EXPECT_EQ(parser.unit_type()->unit_type_name(), "lng");
-  parser.reformat();
-  EXPECT_EQ(parser.get_combined_string(), "3mm opt{ 1mm to 5mm }");
-
-  ParamItemParser bare;
-  bare.allow_any_unit(true);
-  bare.parse("3 opt{ 1 to 5 }", true);
-  EXPECT_EQ(bare.unit_type(), nullptr);
+  EXPECT_EQ(type_name(parser.unit_type()), "lng");
 }
 
 TEST(AnnotationParser, RescalesEveryUnitlessValue) {
   ParamItemParser parser;
   parser.set_unit_type(find_unit_type("freq"));
-  parser.parse("1 opt{ 2 to 3 MHz } stat{ gauss +/- x }", true);
+  parser.parse("1 opt{ 2 to 3 MHz } tune{ 1e3 to x by 500 }", true);
   parser.scale_all_unitless_values(find_unit("kHz"));
-  EXPECT_EQ(parser.get_combined_string(), "0.001kHz opt{ 0.002kHz to 3MHz } stat{ gauss +/- x }");
+  EXPECT_EQ(parser.get_combined_string(), "0.001kHz opt{ 0.002kHz to 3MHz } tune{ 1kHz to x by 0.5kHz }");
 }
 
 TEST(AnnotationParser, DbmtowReachesEveryValueAndLaterOptions) {
   ParamItemParser parser;
   parser.set_unit_type(find_unit_type("power"));
-  parser.parse("30 dbm opt{ 20 dBm to 40 dBm } stat{ gauss +/- 1 dBm }", true);
+  parser.parse("30 dbm tune{ 20 dBm to 40 dBm by 1 dBm } stat{ gauss +/- 1 dBm }", true);
   parser.reformat();
-  EXPECT_EQ(parser.get_combined_string(), "dbmtow(30) opt{ dbmtow(20) to dbmtow(40) } stat{ gauss +/- dbmtow(1) }");
+  EXPECT_EQ(parser.get_combined_string(),
+            "dbmtow(30) tune{ dbmtow(20) to dbmtow(40) by dbmtow(1) } stat{ gauss +/- dbmtow(1) }");
   parser.set_use_dbmtow_functions(false);
-  EXPECT_EQ(parser.get_combined_string(), "30dBm opt{ 20dBm to 40dBm } stat{ gauss +/- 1dBm }");
-  EXPECT_FALSE(parser.add_tune()->start().uses_dbmtow_functions());
+  EXPECT_EQ(parser.get_combined_string(), "30dBm tune{ 20dBm to 40dBm by 1dBm } stat{ gauss +/- 1dBm }");
+  EXPECT_FALSE(parser.add_opt()->start().uses_dbmtow_functions());
+}
+
+std::string canonical(const AnnotationExample& settings, const std::string& text) {
+  ParamItemParser parser;
+  qorin::tool::read_example(parser, settings, text);
+  return parser.get_combined_string();
+}
+
+TEST(AnnotationParser, ReadingTheCanonicalTextAgainChangesNothing) {
+  // Each example with its own settings, then with every unit type (power
+  // written both ways), with no type and with any unit.
+  std::vector<AnnotationExample> settings;
+  for (const auto& type : qorin::units::get_all_units()) {
+    const char* name = type.unit_type_name().c_str();
+    for (bool dbmtow : {true, false}) settings.push_back({name, name, false, dbmtow, nullptr, ""});
+  }
+  settings.push_back({"no type", nullptr, false, true, nullptr, ""});
+  settings.push_back({"any unit", nullptr, true, true, nullptr, ""});
+  for (const AnnotationExample& example : qorin::tool::kAnnotationExamples) {
+    std::string first = canonical(example, example.text);
+    EXPECT_EQ(canonical(example, first), first) << example.text;
+    for (const AnnotationExample& other : settings) {
+      std::string again = canonical(other, example.text);
+      EXPECT_EQ(canonical(other, again), again) << example.text << " as " << other.shows;
+    }
+  }
 }
 
 }  // namespace
