@@ -11,7 +11,9 @@ void ParamItemParser::parse(const std::string& text, bool parse_options) {
   while (pull_one_option(&working)) {
   }
   nominal_.set_value_with_optional_unit_suffix(std::move(working), unit_type_, false, allow_any_unit_);
-  if (allow_any_unit_) unit_type_ = nominal_.unit_type();
+  // A nominal without a unit keeps the expected type but no multiplier; with
+  // any unit allowed it imposes no type on the options.
+  if (allow_any_unit_) unit_type_ = nominal_.units().is_valid() ? nominal_.unit_type() : nullptr;
   if (!parse_options) return;
   for (const auto& option : options_) option->parse(unit_type_);
 }

@@ -78,6 +78,12 @@ TEST(AnnotationParser, AnyUnitTakesTheTypeFromTheNominal) {
   parser.allow_any_unit(true);
   parser.parse("3 mm opt{ 1 mm to 5 mm }", true);
   EXPECT_EQ(type_name(parser.unit_type()), "lng");
+  // A bare nominal carries no unit, so the options get no type either.
+  ParamItemParser bare;
+  bare.set_unit_type(find_unit_type("cap"));
+  bare.allow_any_unit(true);
+  bare.parse("3 opt{ 1 to 5 }", true);
+  EXPECT_EQ(bare.unit_type(), nullptr);
 }
 
 TEST(AnnotationParser, RescalesEveryUnitlessValue) {
