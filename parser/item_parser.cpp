@@ -10,7 +10,7 @@ void ParamItemParser::parse(const std::string& text, bool parse_options) {
   std::string_view rest = text;
   while (pull_one_option(&rest)) {
   }
-  nominal_.set_value_with_optional_unit_suffix(std::string(rest), unit_type_, false, allow_any_unit_);
+  nominal_.parse_value(rest, unit_type_, false, allow_any_unit_);
   if (allow_any_unit_) unit_type_ = nominal_.unit_type();
   if (!parse_options) return;
   for (const auto& option : options_) option->parse(unit_type_);

@@ -58,13 +58,11 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   std::vector<std::string>& words = *words_in;
   const std::size_t n = words.size();
   // A value is one word («1pF», with an optional unit suffix) or two («1 pF»).
-  // Each word is read at most once and never looked at again, so it is moved.
   auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    value.set_value_with_optional_unit_suffix(std::move(words[i]), unit_type, allow_percent, false);
+    value.parse_value(words[i], unit_type, allow_percent, false);
   };
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    return value.set_numeric_value_and_unit_string(std::move(words[i]), std::move(words[i + 1]), unit_type,
-                                                   allow_percent);
+    return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent);
   };
 
   if (n == 0) {

@@ -36,7 +36,7 @@ void ParserValue::assign_value_and_units(std::string_view value, UnitAndMultipli
 
 bool ParserValue::set_unit_string(std::string unit, const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
   set_unit_multiplier(found);
   return true;
 }
@@ -48,9 +48,15 @@ void ParserValue::set_numeric_value_and_unit_multiplier(std::string value, UnitA
 
 bool ParserValue::set_numeric_value_and_unit_string(std::string value, std::string unit,
                                                     const units::UnitType* type, bool allow_percent) {
+  return set_numeric_value_and_unit_words(value, unit, type, allow_percent);
+}
+
+bool ParserValue::set_numeric_value_and_unit_words(std::string_view value, std::string_view unit,
+                                                   const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
-  set_numeric_value_and_unit_multiplier(std::move(value), found);
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
+  assign_value_and_units(detail::trim_blanks(value), found);
+  update_combined_value();
   return true;
 }
 
@@ -73,7 +79,7 @@ void ParserValue::set_value_and_unit_multiplier(std::string value, UnitAndMultip
 bool ParserValue::set_value_and_unit_string(std::string value, std::string unit,
                                             const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
   set_value_and_unit_multiplier(std::move(value), found);
   return true;
 }

@@ -113,6 +113,11 @@ bool ParserValue::set_value_with_unit_impl(std::string_view text, const UnitType
 
 void ParserValue::set_value_with_optional_unit_suffix(std::string text, const UnitType* type,
                                                       bool allow_percent, bool allow_any_unit) {
+  parse_value(text, type, allow_percent, allow_any_unit);
+}
+
+void ParserValue::parse_value(std::string_view text, const UnitType* type, bool allow_percent,
+                              bool allow_any_unit) {
   parenthesised_ = false;
   const std::string_view working = detail::trim_blanks(text);
   bool found = allow_percent && set_value_with_unit_impl(working, percent_unit().type());
@@ -133,16 +138,21 @@ void ParserValue::set_value_with_optional_unit_suffix(std::string text, const Un
 
 bool ParserValue::find_unit(UnitAndMultiplier* out, std::string text, const UnitType* type,
                             bool allow_percent) {
-  if (allow_percent && text == std::string_view("%")) {
+  return find_unit_word(out, text, type, allow_percent);
+}
+
+bool ParserValue::find_unit_word(UnitAndMultiplier* out, std::string_view text, const UnitType* type,
+                                 bool allow_percent) {
+  if (allow_percent && text == "%") {
     *out = percent_unit();
     return true;
   }
-  if (text == std::string_view("None")) {
+  if (text == "None") {
     *out = UnitAndMultiplier(type, nullptr);
     return true;
   }
   if (type == nullptr) {
-    const UnitAndMultiplier found = units::find_unit(text.c_str());
+    const UnitAndMultiplier found = units::find_unit(std::string(text).c_str());
     // The name comparison refuses texts with an embedded NUL.
     if (!found.is_valid() || found.unit_name() != text) return false;
     *out = found;

@@ -139,6 +139,14 @@ class QORIN_EXPORT ParserValue {
 
   // Re-forms the combined value from value, unit and flags.
   void update_combined_value();
+  // The public parse and setters on views of the caller's text, which the
+  // annotation classes pass without copying it into strings first.
+  void parse_value(std::string_view text, const units::UnitType* type, bool allow_percent,
+                   bool allow_any_unit);
+  static bool find_unit_word(units::UnitAndMultiplier* out, std::string_view text,
+                             const units::UnitType* type, bool allow_percent);
+  bool set_numeric_value_and_unit_words(std::string_view value, std::string_view unit,
+                                        const units::UnitType* type, bool allow_percent);
   bool set_value_with_unit_impl(std::string_view text, const units::UnitType* type);
   // Sets value and units without re-forming; parenthesises values that would
   // not read back glued to the unit.
