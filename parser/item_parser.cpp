@@ -7,10 +7,10 @@ namespace qorin::parser {
 ParamItemParser::~ParamItemParser() = default;
 
 void ParamItemParser::parse(const std::string& text, bool parse_options) {
-  std::string working = text;
-  while (pull_one_option(&working)) {
+  std::string_view rest = text;
+  while (pull_one_option(&rest)) {
   }
-  nominal_.set_value_with_optional_unit_suffix(std::move(working), unit_type_, false, allow_any_unit_);
+  nominal_.parse_value(rest, unit_type_, false, allow_any_unit_);
   // A nominal without a unit keeps the expected type but no multiplier; with
   // any unit allowed it imposes no type on the options.
   if (allow_any_unit_) unit_type_ = nominal_.units().is_valid() ? nominal_.unit_type() : nullptr;
@@ -18,8 +18,8 @@ void ParamItemParser::parse(const std::string& text, bool parse_options) {
   for (const auto& option : options_) option->parse(unit_type_);
 }
 
-bool ParamItemParser::pull_one_option(std::string* text) {
-  const std::string& in = *text;
+bool ParamItemParser::pull_one_option(std::string_view* text) {
+  const std::string_view in = *text;
   std::size_t size = in.find_last_not_of(' ') + 1;  // npos + 1 == 0
   if (size < 5 || in[size - 1] != '}') return false;
 
@@ -37,9 +37,9 @@ bool ParamItemParser::pull_one_option(std::string* text) {
 
   // The keyword is the last blank-separated word before '{' («opt {» is fine).
   std::size_t head_end = in.find_last_not_of(' ', open - 1);
-  if (head_end == std::string::npos) return false;
+  if (head_end == std::string_view::npos) return false;
   std::size_t blank = in.rfind(' ', head_end);
-  std::size_t k = blank == std::string::npos ? 0 : blank + 1;
+  std::size_t k = blank == std::string_view::npos ? 0 : blank + 1;
   std::size_t keyword_size = head_end + 1 - k;
 
   bool enabled = true;
@@ -49,7 +49,7 @@ bool ParamItemParser::pull_one_option(std::string* text) {
     word += 2;
     keyword_size -= 2;
   }
-  auto keyword_is = [&](const char* name) { return in.compare(word, keyword_size, name) == 0; };
+  auto keyword_is = [&](std::string_view name) { return in.substr(word, keyword_size) == name; };
 
   ParamOptionData* option = nullptr;
   if (keyword_size == 3) {
@@ -67,10 +67,10 @@ bool ParamItemParser::pull_one_option(std::string* text) {
   }
   if (option == nullptr) return false;
 
-  option->set_full_text(in.substr(k, size - k));
+  option->set_full_text(std::string(in.substr(k, size - k)));
   option->set_enabled(enabled);
   // Only the one blank before the keyword goes; the nominal parse trims the rest.
-  text->resize(k == 0 ? 0 : k - 1);
+  *text = in.substr(0, k == 0 ? 0 : k - 1);
   return true;
 }
 
@@ -78,7 +78,8 @@ void ParamItemParser::add_option(std::unique_ptr<ParamOptionData> option) {
   ParamOptionData* added = option.get();
   if (options_.empty()) options_.reserve(4);  // one of each kind, usually
   options_.push_back(std::move(option));
-  added->set_use_dbmtow_functions(nominal_.uses_dbmtow_functions());
+  // A new option's values already use the dbmtow notation, the default.
+  if (!nominal_.uses_dbmtow_functions()) added->set_use_dbmtow_functions(false);
 }
 
 template <class Kind>

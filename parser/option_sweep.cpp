@@ -58,13 +58,11 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   std::vector<std::string>& words = *words_in;
   const std::size_t n = words.size();
   // A value is one word («1pF», with an optional unit suffix) or two («1 pF»).
-  // Each word is read at most once and never looked at again, so it is moved.
   auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    value.set_value_with_optional_unit_suffix(std::move(words[i]), unit_type, allow_percent, false);
+    value.parse_value(words[i], unit_type, allow_percent, false);
   };
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    return value.set_numeric_value_and_unit_string(std::move(words[i]), std::move(words[i + 1]), unit_type,
-                                                   allow_percent);
+    return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent);
   };
 
   if (n == 0) {
@@ -130,27 +128,35 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
 void ParamOptionData::reformat() {
   // An invalid option is written back exactly as the user typed it.
   if (sweep_type_ == sweep_invalid) return;
-  std::string sweep;
-  auto append = [&sweep](const char* separator, ParserValue& value) {
-    value.update_combined_value();
-    sweep += separator;
-    sweep += value.combined_value_;
+  struct Part {
+    std::string_view separator;
+    ParserValue* value;
   };
+  Part parts[3];
+  std::size_t count = 0;
   switch (sweep_type_) {
     case sweep_range:
     case sweep_stepped_range:
-      sweep.reserve(32);
-      append("", start_);
-      append(" to ", stop_);
-      if (sweep_type_ == sweep_stepped_range) append(" by ", step_);
+      parts[count++] = {"", &start_};
+      parts[count++] = {" to ", &stop_};
+      if (sweep_type_ == sweep_stepped_range) parts[count++] = {" by ", &step_};
       break;
     case sweep_delta:
     case sweep_percent_delta:
-      append("+/- ", start_);
+      parts[count++] = {"+/- ", &start_};
       break;
     default:
       break;
   }
+  // Sized first, so the sweep takes at most one allocation.
+  std::size_t size = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    parts[i].value->update_combined_value();
+    size += parts[i].separator.size() + parts[i].value->combined_value_.size();
+  }
+  std::string sweep;
+  sweep.reserve(size);
+  for (std::size_t i = 0; i < count; ++i) sweep.append(parts[i].separator).append(parts[i].value->combined_value_);
   full_text_ = reformat_impl(sweep);
   if (!enabled_) full_text_.insert(0, "no");
 }

@@ -25,38 +25,44 @@ void ParserValue::reformat() { update_combined_value(); }
 
 bool ParserValue::is_number() const { return isValidNumber(value_); }
 
-void ParserValue::assign_value_and_units(std::string value, UnitAndMultiplier units) {
+void ParserValue::assign_value_and_units(std::string_view value, UnitAndMultiplier units) {
   // "(x) unit" is how the canonical text writes x before a unit: an option's
   // two-word value «(a+b) GHz» must read back as «a+b», or every re-format
   // would add a pair of parentheses. Without a unit the text stays as typed.
   const bool written_before_unit = units.is_valid() && detail::is_parenthesised(value);
-  value_ = written_before_unit ? detail::inside_parentheses(value) : std::move(value);
+  value_.assign(written_before_unit ? detail::inside_parentheses(value) : value);
   units_ = units;
   parenthesised_ = !detail::is_plain_value(value_);
 }
 
 bool ParserValue::set_unit_string(std::string unit, const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
   set_unit_multiplier(found);
   return true;
 }
 
 void ParserValue::set_numeric_value_and_unit_multiplier(std::string value, UnitAndMultiplier units) {
-  assign_value_and_units(std::string(detail::trim_blanks(value)), units);
+  assign_value_and_units(detail::trim_blanks(value), units);
   update_combined_value();
 }
 
 bool ParserValue::set_numeric_value_and_unit_string(std::string value, std::string unit,
                                                     const units::UnitType* type, bool allow_percent) {
+  return set_numeric_value_and_unit_words(value, unit, type, allow_percent);
+}
+
+bool ParserValue::set_numeric_value_and_unit_words(std::string_view value, std::string_view unit,
+                                                   const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
-  set_numeric_value_and_unit_multiplier(std::move(value), found);
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
+  assign_value_and_units(detail::trim_blanks(value), found);
+  update_combined_value();
   return true;
 }
 
 void ParserValue::set_value_and_unit_multiplier(std::string value, UnitAndMultiplier units) {
-  const std::string text(detail::trim_blanks(value));
+  const std::string_view text = detail::trim_blanks(value);
   ParserValue own;
   // An empty split means the whole text was a unit word ("m"): more likely a
   // variable than a unit when the caller names the unit.
@@ -74,7 +80,7 @@ void ParserValue::set_value_and_unit_multiplier(std::string value, UnitAndMultip
 bool ParserValue::set_value_and_unit_string(std::string value, std::string unit,
                                             const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
-  if (!find_unit(&found, std::move(unit), type, allow_percent)) return false;
+  if (!find_unit_word(&found, unit, type, allow_percent)) return false;
   set_value_and_unit_multiplier(std::move(value), found);
   return true;
 }
@@ -112,7 +118,7 @@ void ParserValue::update_combined_value() {
     combined_value_ = value_;
     return;
   }
-  const std::string& unit = units_.unit_name();
+  const std::string& unit = units_.multiplier()->unit_name();
   const bool dbm = unit == std::string_view("dBm");
   if (use_dbmtow_functions_ && (dbm || unit == std::string_view("dBW"))) {
     combined_value_.assign(dbm ? "dbmtow(" : "dbwtow(").append(value_).append(")");

@@ -2,7 +2,6 @@
 #include "parser/value_forms.h"
 
 #include <qorin/parser.h>
-#include <qorin/text.h>
 
 namespace qorin::parser {
 
@@ -39,7 +38,7 @@ std::size_t matched_tail(std::string_view text, const UnitMultiplier& multiplier
 }
 
 struct PowerCall {
-  std::string argument;
+  std::string_view argument;  // within the text read
   UnitAndMultiplier unit;
 };
 
@@ -57,12 +56,12 @@ bool read_power_call(std::string_view text, PowerCall* call) {
   if (unit == nullptr) return false;
   const std::string_view argument = detail::trim_blanks(text.substr(kDbmCall.size()));
   if (!detail::is_parenthesised(argument)) return false;
-  call->argument = std::string(detail::trim_blanks(argument.substr(1, argument.size() - 2)));
+  call->argument = detail::inside_parentheses(argument);
   call->unit = *unit;
   return true;
 }
 
-const UnitMultiplier* find_scaled_unit(const UnitType& type, const std::string& text) {
+const UnitMultiplier* find_scaled_unit(const UnitType& type, std::string_view text) {
   const bool power = is_power(&type);
   for (const UnitMultiplier& m : type.multipliers()) {
     const bool letter = text.size() == 1 && m.suffix() != 0 && text[0] == m.suffix();
@@ -74,7 +73,7 @@ const UnitMultiplier* find_scaled_unit(const UnitType& type, const std::string& 
 }
 
 // Unscaled types have one meaningful unit; an empty word selects it too.
-const UnitMultiplier* find_plain_unit(const UnitType& type, const std::string& text) {
+const UnitMultiplier* find_plain_unit(const UnitType& type, std::string_view text) {
   if (type.multipliers().empty()) return nullptr;
   const UnitMultiplier& first = type.multipliers().front();
   const bool letter = text.size() == 1 && first.suffix() != 0 && text[0] == first.suffix();
@@ -83,7 +82,7 @@ const UnitMultiplier* find_plain_unit(const UnitType& type, const std::string& t
 
 }  // namespace
 
-bool ParserValue::set_value_with_unit_impl(std::string text, const UnitType* type) {
+bool ParserValue::set_value_with_unit_impl(std::string_view text, const UnitType* type) {
   parenthesised_ = false;
   value_.clear();
   if (type == nullptr) return false;
@@ -91,17 +90,17 @@ bool ParserValue::set_value_with_unit_impl(std::string text, const UnitType* typ
   for (const UnitMultiplier& multiplier : type->multipliers()) {
     const std::size_t tail = matched_tail(text, multiplier, power);
     if (tail == 0) continue;
-    const std::string_view rest = std::string_view(text).substr(0, text.size() - tail);
+    const std::string_view rest = text.substr(0, text.size() - tail);
     const bool blank_before_unit = !rest.empty() && rest.back() == ' ';
-    std::string candidate(detail::trim_blanks(rest));
-    const bool accepted = candidate.empty() || isValidNumber(candidate);
+    const std::string_view candidate = detail::trim_blanks(rest);
+    const bool accepted = candidate.empty() || detail::is_number(candidate);
     // "1kHz": the "Hz" match leaves "1k", which must not pass as a variable
     // name, so the walk goes on to "kHz".
     if (!accepted && !blank_before_unit && detail::is_name_byte(candidate.back())) continue;
     if (accepted || detail::is_word_value(candidate)) {
-      value_ = std::move(candidate);
+      value_.assign(candidate);
     } else if (detail::is_parenthesised(candidate)) {
-      value_ = detail::inside_parentheses(candidate);
+      value_.assign(detail::inside_parentheses(candidate));
       parenthesised_ = true;
     } else {
       continue;
@@ -114,8 +113,13 @@ bool ParserValue::set_value_with_unit_impl(std::string text, const UnitType* typ
 
 void ParserValue::set_value_with_optional_unit_suffix(std::string text, const UnitType* type,
                                                       bool allow_percent, bool allow_any_unit) {
+  parse_value(text, type, allow_percent, allow_any_unit);
+}
+
+void ParserValue::parse_value(std::string_view text, const UnitType* type, bool allow_percent,
+                              bool allow_any_unit) {
   parenthesised_ = false;
-  const std::string working(detail::trim_blanks(text));
+  const std::string_view working = detail::trim_blanks(text);
   bool found = allow_percent && set_value_with_unit_impl(working, percent_unit().type());
   if (!found && allow_any_unit) {
     for (const UnitType& any : units::get_all_units()) {
@@ -125,7 +129,7 @@ void ParserValue::set_value_with_optional_unit_suffix(std::string text, const Un
   if (!found && type != nullptr) found = set_value_with_unit_impl(working, type);
   PowerCall call;
   if (!found && is_power(type) && read_power_call(working, &call)) {
-    assign_value_and_units(std::move(call.argument), call.unit);
+    assign_value_and_units(call.argument, call.unit);
     found = true;
   }
   if (!found) assign_value_and_units(working, UnitAndMultiplier(type, nullptr));
@@ -134,6 +138,11 @@ void ParserValue::set_value_with_optional_unit_suffix(std::string text, const Un
 
 bool ParserValue::find_unit(UnitAndMultiplier* out, std::string text, const UnitType* type,
                             bool allow_percent) {
+  return find_unit_word(out, text, type, allow_percent);
+}
+
+bool ParserValue::find_unit_word(UnitAndMultiplier* out, std::string_view text, const UnitType* type,
+                                 bool allow_percent) {
   if (allow_percent && text == "%") {
     *out = percent_unit();
     return true;
@@ -143,7 +152,7 @@ bool ParserValue::find_unit(UnitAndMultiplier* out, std::string text, const Unit
     return true;
   }
   if (type == nullptr) {
-    const UnitAndMultiplier found = units::find_unit(text.c_str());
+    const UnitAndMultiplier found = units::find_unit(std::string(text).c_str());
     // The name comparison refuses texts with an embedded NUL.
     if (!found.is_valid() || found.unit_name() != text) return false;
     *out = found;

@@ -1,8 +1,8 @@
 // The shapes a parameter value may take before its unit, shared by the
-// ParserValue parse and its setters.
+// ParserValue parse and its setters. Views into the caller's text: the parse
+// tries many splits of one text and copies only the one it keeps.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace qorin::parser::detail {
@@ -10,31 +10,57 @@ namespace qorin::parser::detail {
 // `text` without blanks (' ' only) at either end.
 //
 // Example: trim_blanks("  a b ") => "a b"    trim_blanks("\ta ") => "\ta"
-std::string_view trim_blanks(std::string_view text);
+inline std::string_view trim_blanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
 
-bool begins_with(std::string_view text, std::string_view head);
-bool ends_with(std::string_view text, std::string_view tail);
+inline bool begins_with(std::string_view text, std::string_view head) {
+  return text.substr(0, head.size()) == head;
+}
+
+inline bool ends_with(std::string_view text, std::string_view tail) {
+  return text.size() >= tail.size() && text.substr(text.size() - tail.size()) == tail;
+}
 
 // The bytes that may follow the first of a variable name: '_', ASCII letters
 // and digits.
-bool is_name_byte(char c);
+inline bool is_ascii_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+inline bool is_name_byte(char c) { return c == '_' || is_ascii_letter(c) || (c >= '0' && c <= '9'); }
 
 // "file{" ... "}"
-bool is_file_reference(std::string_view text);
+inline bool is_file_reference(std::string_view text) {
+  return begins_with(text, "file{") && ends_with(text, "}");
+}
 
 // "(" ... ")"
-bool is_parenthesised(std::string_view text);
+inline bool is_parenthesised(std::string_view text) {
+  return text.size() >= 2 && text.front() == '(' && text.back() == ')';
+}
 
 // What the canonical text "(" value ") " unit holds inside its parentheses,
 // blanks trimmed. `text` must be parenthesised.
 //
 // Example: inside_parentheses("( a+b )") => "a+b"
-std::string inside_parentheses(std::string_view text);
+inline std::string_view inside_parentheses(std::string_view text) {
+  return trim_blanks(text.substr(1, text.size() - 2));
+}
+
+// isValidNumber, ParserValue::is_quoted_string and
+// ParserValue::is_valid_variable_name on a view.
+bool is_number(std::string_view text);
+bool is_quoted(std::string_view text);
+bool is_variable_name(std::string_view text);
 
 // A quoted string, a variable name or a file reference.
-bool is_word_value(const std::string& text);
+inline bool is_word_value(std::string_view text) {
+  return is_quoted(text) || is_variable_name(text) || is_file_reference(text);
+}
 
 // A value that reads back when glued to a unit: empty, a number or a word value.
-bool is_plain_value(const std::string& text);
+inline bool is_plain_value(std::string_view text) {
+  return text.empty() || is_number(text) || is_word_value(text);
+}
 
 }  // namespace qorin::parser::detail

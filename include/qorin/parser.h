@@ -17,6 +17,7 @@
 #include <qorin/units.h>
 
 #include <string>
+#include <string_view>
 
 namespace qorin::parser {
 
@@ -138,10 +139,18 @@ class QORIN_EXPORT ParserValue {
 
   // Re-forms the combined value from value, unit and flags.
   void update_combined_value();
-  bool set_value_with_unit_impl(std::string text, const units::UnitType* type);
+  // The public parse and setters on views of the caller's text, which the
+  // annotation classes pass without copying it into strings first.
+  void parse_value(std::string_view text, const units::UnitType* type, bool allow_percent,
+                   bool allow_any_unit);
+  static bool find_unit_word(units::UnitAndMultiplier* out, std::string_view text,
+                             const units::UnitType* type, bool allow_percent);
+  bool set_numeric_value_and_unit_words(std::string_view value, std::string_view unit,
+                                        const units::UnitType* type, bool allow_percent);
+  bool set_value_with_unit_impl(std::string_view text, const units::UnitType* type);
   // Sets value and units without re-forming; parenthesises values that would
   // not read back glued to the unit.
-  void assign_value_and_units(std::string value, units::UnitAndMultiplier units);
+  void assign_value_and_units(std::string_view value, units::UnitAndMultiplier units);
 
   std::string combined_value_;
   std::string value_;
@@ -475,7 +484,7 @@ class QORIN_EXPORT ParamItemParser {
                                           const std::string& text);
 
  private:
-  bool pull_one_option(std::string* text);
+  bool pull_one_option(std::string_view* text);
   void add_option(std::unique_ptr<ParamOptionData> option);
   template <class Kind>
   Kind* add_kind(Kind** slot);
