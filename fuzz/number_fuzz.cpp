@@ -59,9 +59,9 @@ void check_format(const std::uint8_t* data, std::size_t size) {
   static const char kFormats[] = {'e', 'E', 'f', 'g', 'G'};
   const char format = kFormats[data[8] % sizeof kFormats];
   const int precision = data[9] % 31;
-  const char spec[] = {'%', '.', '*', format, '\0'};
+  const char printf_format[] = {'%', '.', '*', format, '\0'};
   char expected[400];
-  std::snprintf(expected, sizeof expected, spec, precision, x);
+  std::snprintf(expected, sizeof expected, printf_format, precision, x);
   try {
     if (qorin::fromDouble(x, static_cast<qorin::DoubleFormat>(format), precision, 0) != expected) {
       fail("fromDouble differs from snprintf", expected);

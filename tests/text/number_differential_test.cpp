@@ -117,12 +117,12 @@ TEST(NumberDifferential, FromDoubleEqualsGlibcSnprintf) {
     std::memcpy(&x, &bits, sizeof x);
     if (i % 2) x = std::strtod(random_number_text(rng).c_str(), nullptr);
     for (char format : {'e', 'E', 'f', 'g', 'G'}) {
-      const char spec[] = {'%', '.', '*', format, '\0'};
+      const char printf_format[] = {'%', '.', '*', format, '\0'};
       for (int precision = 0; precision <= 20; ++precision) {
         char expected[400];
-        std::snprintf(expected, sizeof expected, spec, precision, x);
+        std::snprintf(expected, sizeof expected, printf_format, precision, x);
         ASSERT_EQ(qorin::fromDouble(x, static_cast<qorin::DoubleFormat>(format), precision, 0), expected)
-            << spec << " with precision " << precision;
+            << printf_format << " with precision " << precision;
       }
     }
   }
