@@ -22,7 +22,8 @@ const std::string kFullPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.
 const std::string kLongValue = std::string(6000, 'r') + "Gr\xc3\xbc\xc3\x9f" "e \xe2\x9c\x93";
 
 void setValue(HKEY key, const wchar_t* name, DWORD type, const void* data, std::size_t size) {
-  ASSERT_EQ(::RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)), ERROR_SUCCESS);
+  ASSERT_EQ(::RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
+            ERROR_SUCCESS);
 }
 
 void createKey(const std::wstring& plain) {
@@ -104,10 +105,10 @@ TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
   EXPECT_THROW(moved.get_string("QORIN_REG_DWORD"), qorin::RegistryError);
   EXPECT_EQ(thrownText<qorin::ValueNotFound>([&] { moved.get_dword("QORIN_REG_MISSING"); }),
             "Registry value \"QORIN_REG_MISSING\" not found in " + kFullPath);
-  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::local_machine, "SOFTWARE\\Ambrosyn\\nope"); }),
-            "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\nope");
-  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::current_user, "Software\\QorinNoSuchKey"); }),
-            "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoSuchKey");
+  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::local_machine, "SOFTWARE\\QorinNope"); }),
+            "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\QorinNope");
+  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::current_user, "Software\\QorinNoKey"); }),
+            "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoKey");
 }
 
 // Last: replaces the key under the fallback's open handle.
