@@ -14,7 +14,6 @@ TEST(FlagLazyRead, FirstFlagReadsTheVariableOnce) {
   EXPECT_EQ(Flag::flagCount(), 0u);
   Flag early("EARLY");
   EXPECT_EQ(early.asNumber(), 7.0);
-
   qorin::putEnvKstring("_QDX_DEBUG_FLAGS", "LATE=1");
   Flag late("LATE");
   EXPECT_FALSE(late.isSet());

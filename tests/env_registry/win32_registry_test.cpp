@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -17,31 +18,42 @@ using qorin::RegistryKey;
 using qorin::RegistryRoot;
 
 const wchar_t kKeyPath[] = L"SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv";
+const std::string kFullPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv";
 const std::string kLongValue = std::string(6000, 'r') + "Gr\xc3\xbc\xc3\x9f" "e \xe2\x9c\x93";
 
-void setString(HKEY key, const wchar_t* name, const std::wstring& value, DWORD type = REG_SZ) {
-  ASSERT_EQ(::RegSetValueExW(key, name, 0, type, reinterpret_cast<const BYTE*>(value.c_str()),
-                             static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
+void setValue(HKEY key, const wchar_t* name, DWORD type, const void* data, std::size_t size) {
+  ASSERT_EQ(::RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size)),
             ERROR_SUCCESS);
 }
 
 void createKey(const std::wstring& plain) {
   qorin::win32::UniqueRegKey key;
+  qorin::win32::UniqueRegKey sub;
   ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKeyPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.out(), nullptr),
             ERROR_SUCCESS);
-  setString(key.get(), L"QORIN_REG_PLAIN", plain);
-  setString(key.get(), L"QORIN_REG_LF", L"first\nsecond");
-  setString(key.get(), L"QORIN_REG_CR", L"\rall cut");
-  setString(key.get(), L"QORIN_REG_LONG", std::wstring(6000, L'r') + L"Gr\u00fc\u00dfe \u2713");
-  setString(key.get(), L"QORIN_REG_SHADOWED", L"registry");
-  setString(key.get(), L"QORIN_REG_EXPAND", L"%TEMP%\\x", REG_EXPAND_SZ);
-  const DWORD number = 42;
-  ASSERT_EQ(::RegSetValueExW(key.get(), L"QORIN_REG_DWORD", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number),
-                             sizeof number),
-            ERROR_SUCCESS);
-  qorin::win32::UniqueRegKey sub;
   ASSERT_EQ(::RegCreateKeyExW(key.get(), L"sub", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, sub.out(), nullptr),
             ERROR_SUCCESS);
+  const std::pair<const wchar_t*, std::wstring> texts[] = {
+      {L"QORIN_REG_PLAIN", plain}, {L"QORIN_REG_LF", L"first\nsecond"}, {L"QORIN_REG_CR", L"\rall cut"},
+      {L"QORIN_REG_SHADOWED", L"registry"}, {L"QORIN_REG_LONG", std::wstring(6000, L'r') + L"Gr\u00fc\u00dfe \u2713"},
+  };
+  for (const auto& [name, text] : texts) {
+    setValue(key.get(), name, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(wchar_t));
+  }
+  setValue(key.get(), L"QORIN_REG_EXPAND", REG_EXPAND_SZ, L"%TEMP%\\x", sizeof L"%TEMP%\\x");
+  const DWORD number = 42;
+  setValue(key.get(), L"QORIN_REG_DWORD", REG_DWORD, &number, sizeof number);
+}
+
+// The exception's text, or a text saying there was none; other types escape.
+template <class Exception, class Action>
+std::string thrownText(Action action) {
+  try {
+    action();
+  } catch (const Exception& e) {
+    return e.what();
+  }
+  return "nothing thrown";
 }
 
 class RegistryTest : public ::testing::Test {
@@ -63,14 +75,12 @@ TEST_F(RegistryTest, FallbackValuesAreCutAtTheFirstLineBreak) {
   std::string value = "untouched";
   EXPECT_FALSE(qorin::getenv_from_registry_only("QORIN_REG_MISSING", &value));
   EXPECT_EQ(value, "untouched");
-  EXPECT_EQ(qorin::getenv_check_registry_legacy("QORIN_REG_MISSING"), nullptr);
 }
 
 TEST_F(RegistryTest, EnvironmentTakesPrecedence) {
   {
     qorin::testing::ScopedEnvironmentVariable variable("QORIN_REG_SHADOWED", "environment");
     EXPECT_EQ(qorin::getenv_check_registry_kstring("QORIN_REG_SHADOWED"), "environment");
-    EXPECT_STREQ(qorin::getenv_check_registry_legacy("QORIN_REG_SHADOWED"), "environment");
   }
   // An empty variable counts as absent, so the registry answers.
   qorin::testing::ScopedEnvironmentVariable empty("QORIN_REG_SHADOWED", "");
@@ -89,36 +99,16 @@ TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
   std::sort(names.begin(), names.end());
   EXPECT_EQ(names, (std::vector<std::string>{"QORIN_REG_CR", "QORIN_REG_DWORD", "QORIN_REG_EXPAND", "QORIN_REG_LF",
                                              "QORIN_REG_LONG", "QORIN_REG_PLAIN", "QORIN_REG_SHADOWED"}));
-
   RegistryKey moved = std::move(key);
-  EXPECT_EQ(moved.full_path(), "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
-  try {
-    moved.get_dword("QORIN_REG_MISSING");
-    FAIL() << "read";
-  } catch (const qorin::ValueNotFound& e) {
-    EXPECT_STREQ(e.what(),
-                 "Registry value \"QORIN_REG_MISSING\" not found in "
-                 "HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\qoenv");
-  }
+  EXPECT_EQ(moved.full_path(), kFullPath);
   EXPECT_THROW(moved.get_dword("QORIN_REG_PLAIN"), qorin::RegistryError);
   EXPECT_THROW(moved.get_string("QORIN_REG_DWORD"), qorin::RegistryError);
-}
-
-TEST_F(RegistryTest, MissingKey) {
-  struct Case { RegistryRoot root; const char* path; const char* message; };
-  const Case cases[] = {
-      {RegistryRoot::local_machine, "SOFTWARE\\Ambrosyn\\Torvo\\4.10\\nope",
-       "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\Ambrosyn\\Torvo\\4.10\\nope"},
-      {RegistryRoot::current_user, "Software\\QorinNoSuchKey", "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoSuchKey"},
-  };
-  for (const Case& c : cases) {
-    try {
-      RegistryKey key(c.root, c.path);
-      FAIL() << c.path;
-    } catch (const qorin::KeyNotFound& e) {
-      EXPECT_STREQ(e.what(), c.message);
-    }
-  }
+  EXPECT_EQ(thrownText<qorin::ValueNotFound>([&] { moved.get_dword("QORIN_REG_MISSING"); }),
+            "Registry value \"QORIN_REG_MISSING\" not found in " + kFullPath);
+  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::local_machine, "SOFTWARE\\QorinNope"); }),
+            "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\QorinNope");
+  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::current_user, "Software\\QorinNoKey"); }),
+            "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoKey");
 }
 
 // Last: replaces the key under the fallback's open handle.

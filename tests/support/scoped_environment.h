@@ -16,17 +16,16 @@ namespace qorin::testing {
 class ScopedEnvironmentVariable {
  public:
   ScopedEnvironmentVariable(std::string name, const std::string& value) : name_(std::move(name)) {
-    had_value_ = getEnvKstringAllowEmpty(name_, &previous_);
+    getEnvKstringAllowEmpty(name_, &previous_);  // leaves previous_ empty when absent
     putEnvKstring(name_, value);
   }
-  ~ScopedEnvironmentVariable() { putEnvKstring(name_, had_value_ ? previous_ : std::string()); }
+  ~ScopedEnvironmentVariable() { putEnvKstring(name_, previous_); }
   ScopedEnvironmentVariable(const ScopedEnvironmentVariable&) = delete;
   ScopedEnvironmentVariable& operator=(const ScopedEnvironmentVariable&) = delete;
 
  private:
   std::string name_;
   std::string previous_;
-  bool had_value_ = false;
 };
 
 }  // namespace qorin::testing
