@@ -29,10 +29,14 @@ void ParserValue::assign_value_and_units(std::string_view value, UnitAndMultipli
   // "(x) unit" is how the canonical text writes x before a unit: an option's
   // two-word value «(a+b) GHz» must read back as «a+b», or every re-format
   // would add a pair of parentheses. Without a unit the text stays as typed.
-  const bool written_before_unit = units.is_valid() && detail::is_parenthesised(value);
-  value_.assign(written_before_unit ? detail::inside_parentheses(value) : value);
   units_ = units;
-  parenthesised_ = !detail::is_plain_value(value_);
+  if (units.is_valid() && detail::is_parenthesised(value)) {
+    value_.assign(detail::inside_parentheses(value));
+    parenthesised_ = detail::keeps_parentheses(value_);
+  } else {
+    value_.assign(value);
+    parenthesised_ = !detail::is_plain_value(value_);
+  }
 }
 
 bool ParserValue::set_unit_string(std::string unit, const units::UnitType* type, bool allow_percent) {

@@ -101,7 +101,7 @@ bool ParserValue::set_value_with_unit_impl(std::string_view text, const UnitType
       value_.assign(candidate);
     } else if (detail::is_parenthesised(candidate)) {
       value_.assign(detail::inside_parentheses(candidate));
-      parenthesised_ = true;
+      parenthesised_ = detail::keeps_parentheses(value_);
     } else {
       continue;
     }

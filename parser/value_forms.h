@@ -63,4 +63,11 @@ inline bool is_plain_value(std::string_view text) {
   return text.empty() || is_number(text) || is_word_value(text);
 }
 
+// Whether a value read from "(" x ") " unit is written back that way: all
+// but an empty value and a number, which glue to the unit unambiguously.
+//
+// Example: keeps_parentheses("a+b") => true   keeps_parentheses("a") => true
+//          keeps_parentheses("5")   => false  keeps_parentheses("")  => false
+inline bool keeps_parentheses(std::string_view inside) { return !inside.empty() && !is_number(inside); }
+
 }  // namespace qorin::parser::detail

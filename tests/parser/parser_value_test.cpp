@@ -38,6 +38,9 @@ TEST(ParserValueParse, SplitsValueAndUnit) {
       {"x_1 GHz", "freq", "x_1", "GHz", "x_1GHz"},   {"x_1GHz", "freq", "x_1GHz", "", "x_1GHz"},
       {"\"a\"pF", "cap", "\"a\"", "pF", "\"a\"pF"},  {"file{a.txt} Hz", "freq", "file{a.txt}", "Hz", "file{a.txt}Hz"},
       {"(a+b) pF", "cap", "a+b", "pF", "(a+b) pF"},  {"a+b pF", "cap", "a+b pF", "", "a+b pF"},
+      // Parentheses stay unless what they hold glues to the unit safely.
+      {"(a)pF", "cap", "a", "pF", "(a) pF"},          {"(5)pF", "cap", "5", "pF", "5pF"},
+      {"()m", "lng", "", "mm", "mm"},
       {"pF", "cap", "", "pF", "pF"},                 {"2.5 deg", "ang", "2.5", "deg", "2.5"},  // unit not shown
       // Power: lower-case "dbm", and the dbmtow/dbwtow forms read back.
       {"10 dbm", "power", "10", "dBm", "dbmtow(10)"}, {"10dBW", "power", "10", "dBW", "dbwtow(10)"},
