@@ -5,6 +5,7 @@
 
 #include "src/win32_api.h"
 #include "support/scoped_environment.h"
+#include "support/thrown_message.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,8 @@
 #include <vector>
 
 namespace {
+
+using qorin::testing::thrown_message;
 
 using qorin::RegistryKey;
 using qorin::RegistryRoot;
@@ -43,17 +46,6 @@ void createKey(const std::wstring& plain) {
   setValue(key.get(), L"QORIN_REG_EXPAND", REG_EXPAND_SZ, L"%TEMP%\\x", sizeof L"%TEMP%\\x");
   const DWORD number = 42;
   setValue(key.get(), L"QORIN_REG_DWORD", REG_DWORD, &number, sizeof number);
-}
-
-// The exception's text, or a text saying there was none; other types escape.
-template <class Exception, class Action>
-std::string thrownText(Action action) {
-  try {
-    action();
-  } catch (const Exception& e) {
-    return e.what();
-  }
-  return "nothing thrown";
 }
 
 class RegistryTest : public ::testing::Test {
@@ -103,11 +95,11 @@ TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
   EXPECT_EQ(moved.full_path(), kFullPath);
   EXPECT_THROW(moved.get_dword("QORIN_REG_PLAIN"), qorin::RegistryError);
   EXPECT_THROW(moved.get_string("QORIN_REG_DWORD"), qorin::RegistryError);
-  EXPECT_EQ(thrownText<qorin::ValueNotFound>([&] { moved.get_dword("QORIN_REG_MISSING"); }),
+  EXPECT_EQ(thrown_message<qorin::ValueNotFound>([&] { moved.get_dword("QORIN_REG_MISSING"); }),
             "Registry value \"QORIN_REG_MISSING\" not found in " + kFullPath);
-  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::local_machine, "SOFTWARE\\QorinNope"); }),
+  EXPECT_EQ(thrown_message<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::local_machine, "SOFTWARE\\QorinNope"); }),
             "Registry key not found: HKEY_LOCAL_MACHINE\\SOFTWARE\\QorinNope");
-  EXPECT_EQ(thrownText<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::current_user, "Software\\QorinNoKey"); }),
+  EXPECT_EQ(thrown_message<qorin::KeyNotFound>([] { RegistryKey(RegistryRoot::current_user, "Software\\QorinNoKey"); }),
             "Registry key not found: HKEY_CURRENT_USER\\Software\\QorinNoKey");
 }
 
