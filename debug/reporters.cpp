@@ -1,5 +1,7 @@
 #include "debug/reporter_lists.h"
 
+#include "src/thread_object.h"
+
 #include <algorithm>
 
 namespace qorin {
@@ -34,8 +36,7 @@ GlobalReporters& globalReporters() {
 }
 
 ThreadReporterStorage& currentThreadReporterStorage() {
-  thread_local ThreadReporterStorage storage;
-  return storage;
+  return threadObject<ThreadReporterStorage>();
 }
 
 }  // namespace detail

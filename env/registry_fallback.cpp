@@ -2,6 +2,7 @@
 
 #include "env/product_defaults.h"
 #include "env/registry_os.h"
+#include "src/thread_object.h"
 
 #include <qorin/text.h>
 
@@ -78,7 +79,7 @@ std::string getenv_check_registry_kstring(const std::string& name) {
 }
 
 const char* getenv_check_registry_legacy(const char* name) {
-  thread_local std::string last_result;
+  std::string& last_result = detail::threadObject<std::string>();
   std::string value;
   if (!getenv_check_registry_kstring_allow_empty(name, &value)) return nullptr;
   last_result = std::move(value);

@@ -79,6 +79,17 @@ TEST_F(Reporters, DestroyingAThreadReporterElsewhereUninstallsIt) {
   EXPECT_EQ(global.lines, Lines{"error: after destruction"});
 }
 
+TEST_F(Reporters, ThreadsMayEndWithTheirReporterInstalled) {
+  RecordingReporter survivor;
+  for (int round = 0; round < 32; ++round) {
+    std::thread([&] {
+      survivor.setThreadReporter(true);
+      qorin::reportWarning("w");
+    }).join();
+  }
+  EXPECT_EQ(survivor.lines, Lines(32, "warning: w"));
+}  // the storages of the ended threads are gone and must not be visited
+
 // The per-thread reporters outlive their threads: destroying them must not
 // visit the ended threads' storages (AddressSanitizer watches).
 TEST_F(Reporters, ThreadReportersServeOnlyTheirThreadsConcurrently) {
