@@ -78,6 +78,8 @@ TEST(NumberDifferential, BothFamiliesEqualGlibcStrtod) {
     texts.push_back(text);
     text[2 + rng() % 700] = '9';  // may or may not change the digit
     texts.push_back(text);
+    // Exactly halfway between two subnormals: rounds to even, inexact.
+    texts.push_back(exact_decimal(std::ldexp(static_cast<long double>((rng() >> 12) | 1), -1075)));
   }
   // The tininess threshold (2^54 - 1) * 2^-1076 and its neighbours, which long double holds.
   for (long double offset : {0.0L, 0x1p-63L, -0x1p-63L}) {
