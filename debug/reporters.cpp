@@ -1,6 +1,6 @@
 #include "debug/reporter_lists.h"
 
-#include "src/thread_object.h"
+#include "platform/thread_object.h"
 
 #include <algorithm>
 

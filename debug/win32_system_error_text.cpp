@@ -1,7 +1,7 @@
 // Windows only: error texts from the system message table.
 #include "debug/system_error_text.h"
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 
 #include <utf8.h>
 

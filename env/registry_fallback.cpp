@@ -2,7 +2,7 @@
 
 #include "env/product_defaults.h"
 #include "env/registry_os.h"
-#include "src/thread_object.h"
+#include "platform/thread_object.h"
 
 #include <qorin/text.h>
 

@@ -2,7 +2,7 @@
 // through the library's conversions.
 #include "env/environment_os.h"
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 
 #include <qorin/text.h>
 

@@ -1,7 +1,7 @@
 // Windows only: the process heap walked entry by entry.
 #include "env/heap_os.h"
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 // Windows only: the registry through its wide API.
 #include "env/registry_os.h"
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 
 #include <qorin/text.h>
 

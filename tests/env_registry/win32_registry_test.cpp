@@ -3,7 +3,7 @@
 // the fallback's handle on purpose.
 #include <qorin/env.h>
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 #include "support/scoped_environment.h"
 #include "support/thrown_message.h"
 

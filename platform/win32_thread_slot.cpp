@@ -1,6 +1,6 @@
-#include "src/thread_object.h"
+#include "platform/thread_object.h"
 
-#include "src/win32_api.h"
+#include "platform/win32_api.h"
 
 #include <new>
 

@@ -1,4 +1,4 @@
-#include "src/thread_object.h"
+#include "platform/thread_object.h"
 
 #include <pthread.h>
 
