@@ -1,16 +1,26 @@
-// Diagnostics: exceptions and reporters, debug flags.
+// Diagnostics: exceptions that carry context, the reporters that print them,
+// and debug flags set from the environment variable _QDX_DEBUG_FLAGS.
 //
 // Exceptions carry a chain of context messages ("outer: inner"); catch blocks
 // add context with rethrowMessage and top-level code hands the exception in
-// flight to the active reporter:
+// flight to the active reporter, which by default prints it on standard
+// error. Nothing else here prints, except Flag::debugDump and the unused-flag
+// list. Reporters and flags may be used from any thread; each takes its own
+// locks. All strings are UTF-8.
 //
+// Start with rethrowMessage and reportException; for switches that a user
+// sets without a rebuild, a function-local static Flag.
+//
+// Example:
 //   try {
 //     try { save(design); } catch (...) { qorin::rethrowMessage("Saving design"); }
 //   } catch (...) {
 //     qorin::reportException("", "");   // stderr: "Error: Saving design: disk full\n\n"
 //   }
 //
-// All strings are UTF-8.
+//   // _QDX_DEBUG_FLAGS=TRACE,LIMIT=20
+//   qorin::Debug::Flag& limitFlag() { static qorin::Debug::Flag flag("LIMIT"); return flag; }
+//   limitFlag().isSet() => true    limitFlag().asInteger() => 20
 #pragma once
 
 #include <qorin/export.h>

@@ -1,8 +1,20 @@
 // Process environment: product identity, the heap report, and environment
 // variables read and written in UTF-8 with a fallback to the installation's
-// registry key.
+// registry key (Windows; elsewhere the key is always missing).
 //
 // Narrow strings hold UTF-8; the platform's UTF-16 forms never appear here.
+// A variable set to the empty text counts as absent. Only the
+// getenv_check_registry_* family falls back to the registry key. Neither the
+// environment writes nor the product strings (filled on first use) are
+// synchronised: set them before starting threads.
+//
+// Start with getenv_check_registry_kstring for settings and
+// get_heap_info_string for a memory line in a log.
+//
+// Example:
+//   qorin::putEnvKstring("QORIN_DEMO", "ä");  qorin::getEnvKstring("QORIN_DEMO") => "ä"
+//   qorin::getEnvKstring("NOT_SET")                     => ""
+//   qorin::get_product_name()                           => "Torvo"
 #pragma once
 
 #include <qorin/debug.h>

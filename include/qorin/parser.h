@@ -1,12 +1,25 @@
-// Parameter values and annotations.
+// Parameter values and annotations: a value as a user types it, with its
+// unit, and an annotation, a nominal value followed by opt{ }, stat{ },
+// tune{ } and doe{ } options.
 //
-// A ParserValue is one value as a user types it: a number, a variable name, a
-// quoted string or a file{...} reference, optionally followed by a unit from
-// the catalogue (<qorin/units.h>). It keeps value and unit apart and re-forms
-// the canonical text (its combined value). Parsing never throws. A blank is
-// the character ' ' only; tabs are not trimmed.
+// A ParserValue is one value: a number, a variable name, a quoted string or a
+// file{...} reference, optionally followed by a unit from the catalogue
+// (<qorin/units.h>). It keeps value and unit apart and re-forms the canonical
+// text (its combined value). ParamItemParser splits an annotation into its
+// nominal ParserValue and its options. Parsing never throws: text that does
+// not parse is marked invalid and written back as typed. A blank is the
+// character ' ' only; tabs are not trimmed. Values and parsers are not
+// synchronised; use one per thread.
 //
-// Example (frequency type):
+// Start with ParamItemParser: set_unit_type, parse, reformat,
+// get_combined_string.
+//
+// Example (capacitance type):
+//   ParamItemParser p; p.set_unit_type(find_unit_type("cap"));
+//   p.parse("10 pF  opt{ 1 pF to 20 pF }", true); p.reformat();
+//   p.get_combined_string() => "10pF opt{ 1pF to 20pF }"   p.nominal() => "10"
+//
+// Example (ParserValue, frequency type):
 //   "1kHz"     => value "1",    unit kHz, combined "1kHz"
 //   "1 k"      => value "1",    unit kHz, combined "1kHz"
 //   "x_1 GHz"  => value "x_1",  unit GHz, combined "x_1GHz"

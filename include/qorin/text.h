@@ -1,8 +1,21 @@
-// Text and number utilities: number text, string helpers, identifier encoding.
+// Text and number utilities: number text, string helpers, UTF-8/UTF-16
+// conversion, identifier encoding.
 //
 // Narrow strings hold UTF-8. Nothing here consults the process locale: a host
 // program that calls setlocale(LC_ALL, "de_DE.UTF-8") still gets "1.5" read as
-// one and a half and written with a point.
+// one and a half and written with a point, the same bytes on every platform.
+// Every function is re-entrant and keeps no state. Conversions come in pairs:
+// X_nothrow reports success through an optional bool*, X_or_throw throws
+// std::runtime_error (std::out_of_range for a double beyond range).
+//
+// Start with toDouble_or_throw (reads a whole text as a number) and
+// fromDouble (writes one as printf would).
+//
+// Example:
+//   qorin::toDouble_or_throw(" 2.5e3")             => 2500
+//   qorin::toDouble_or_throw("3 GHz")              => throws "Expected a string containing a number"
+//   qorin::fromDouble(1e-11, qorin::general, 6, 0) => "1e-11"
+//   qorin::encode_to_variable_name("a.b c", "")    => "a_2eb_20c"
 #pragma once
 
 #include <qorin/export.h>

@@ -1,13 +1,22 @@
-// Units of measure: the catalogue of unit types and their named units, and
-// conversion of values to and from the types' MKS units.
+// Units of measure: the catalogue of unit types (freq, res, cap, power ...)
+// with their named units, and conversion of values to and from the types'
+// MKS units.
 //
 // The catalogue is built when the library loads and never changes, so the
 // pointers it hands out (UnitType*, UnitMultiplier*) stay valid for the
-// library's life. Lookups scan it front to back and the first match wins.
+// library's life and may be read from any thread. Lookups scan it front to
+// back and the first match wins; names are case-sensitive. A failed lookup
+// gives a null pointer or an invalid UnitAndMultiplier; conversions throw
+// std::runtime_error only for null units.
+//
+// Start with find_unit_type and find_unit_of_type, then
+// convert_parm_value_to_mks_units.
 //
 // Example:
 //   auto ghz = qorin::units::find_unit("GHz");              // (freq, GHz)
 //   qorin::units::convert_parm_value_to_mks_units(2.0, ghz)  => 2e9
+//   auto dbm = qorin::units::find_unit("dBm");
+//   qorin::units::convert_parm_value_to_mks_units(30.0, dbm) => 1  (watt)
 #pragma once
 
 #include <qorin/export.h>
