@@ -7,7 +7,7 @@
 // library's life and may be read from any thread. Lookups scan it front to
 // back and the first match wins; names are case-sensitive. A failed lookup
 // gives a null pointer or an invalid UnitAndMultiplier; conversions throw
-// std::runtime_error only for null units.
+// std::runtime_error only for an invalid one (type or unit missing).
 //
 // Start with find_unit_type and find_unit_of_type, then
 // convert_parm_value_to_mks_units.
