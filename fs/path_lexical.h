@@ -10,6 +10,9 @@
 
 #include <utf8.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -31,12 +34,17 @@ struct RootSpan {
   std::size_t end = 0;
 };
 
+// "C:" and the like: an ASCII letter and a colon.
+template <class C>
+bool looks_like_drive(PathView<C> t) {
+  return t.size() >= 2 && t[1] == C(':') && (unsigned(t[0]) | 0x20) >= 'a' && (unsigned(t[0]) | 0x20) <= 'z';
+}
+
 template <class C>
 RootSpan split_root(PathView<C> t, PathStyle style) {
   RootSpan root;
   if (style == PathStyle::windows && t.size() >= 2) {
-    const unsigned first = unsigned(t[0]) | 0x20;
-    if (t[1] == C(':') && first >= 'a' && first <= 'z') {
+    if (looks_like_drive(t)) {
       root.name_end = 2;
     } else if (t.size() > 2 && is_sep(t[0], style) && is_sep(t[1], style) && !is_sep(t[2], style)) {
       // "\\server": the name runs to the next separator.
@@ -95,8 +103,14 @@ bool is_plainly_normal(PathView<C> t, PathStyle style) {
 
 // Appends `element` after `out`, whose first root_end units are its root,
 // with a separator unless out is empty, ends in one, or is a drive name.
+// A first element that would read as a drive ("b:x") gets ".\" before it,
+// so that the text keeps its meaning when parsed again.
 template <class C>
 void append_element(PathText<C>& out, std::size_t root_end, PathView<C> element, PathStyle style) {
+  if (out.empty() && root_end == 0 && style == PathStyle::windows && looks_like_drive(element)) {
+    out.push_back(C('.'));
+    out.push_back(C('\\'));
+  }
   const bool bare_drive = out.size() == 2 && root_end == 2 && out[1] == C(':');
   if (!out.empty() && !is_sep(out.back(), style) && !bare_drive) out.push_back(C(preferred_sep(style)));
   out.append(element);
@@ -116,6 +130,7 @@ PathText<C> normalize_text(PathView<C> t, PathStyle style) {
       while (cut > root.end && !is_sep(out[cut - 1], style)) --cut;
       if (cut > root.end) --cut;  // the separator before the element
       out.resize(cut);
+      if (root.end == 0 && out.size() == 1 && out[0] == C('.')) out.clear();  // its drive guard
       --kept;
       return;
     }
@@ -158,11 +173,56 @@ class FoldedUnits {
   unsigned pending_ = 0;
 };
 
+// The value `unit` repeated in every code unit of a 64-bit word.
+template <class C>
+constexpr std::uint64_t in_every_unit(std::uint64_t unit) {
+  std::uint64_t word = 0;
+  for (unsigned shift = 0; shift < 64; shift += 8 * sizeof(C)) word |= unit << shift;
+  return word;
+}
+
+// How many leading units of a and b are equal once upper-cased, counted a
+// 64-bit word at a time while both words are ASCII without a zero unit:
+// the whole comparison for the usual path, with no per-unit branches.
+template <class C>
+std::size_t equal_ascii_prefix(PathView<C> a, PathView<C> b) {
+  static_assert(sizeof(C) == 1 || sizeof(C) == 2, "bytes or UTF-16 units");
+  constexpr std::size_t kPerWord = 8 / sizeof(C);
+  constexpr std::uint64_t kNotAscii = in_every_unit<C>(sizeof(C) == 1 ? 0x80 : 0xFF80);
+  constexpr std::uint64_t kBit7 = in_every_unit<C>(0x80), kOnes = in_every_unit<C>(1);
+  auto upper = [&](std::uint64_t w) {
+    // Bit 7 of a unit is set by the first sum when it is 'a' or more, and
+    // by the second when it is beyond 'z'; no sum carries into the next unit.
+    const std::uint64_t lower = (w + in_every_unit<C>(0x80 - 'a')) & ~(w + in_every_unit<C>(0x80 - 'z' - 1)) & kBit7;
+    return w - (lower >> 2);
+  };
+  const std::size_t n = std::min(a.size(), b.size());
+  std::size_t i = 0;
+  for (; i + kPerWord <= n; i += kPerWord) {
+    std::uint64_t wa, wb;
+    std::memcpy(&wa, a.data() + i, 8);
+    std::memcpy(&wb, b.data() + i, 8);
+    // A zero unit ends the comparison: (w - 1) & ~w sets bit 7 of it.
+    const std::uint64_t zero = ((wa - kOnes) & ~wa & kBit7) | ((wb - kOnes) & ~wb & kBit7);
+    if (((wa | wb) & kNotAscii) != 0 || zero != 0 || upper(wa) != upper(wb)) break;
+  }
+  for (; i < n; ++i) {
+    const unsigned x = static_cast<std::make_unsigned_t<C>>(a[i]), y = static_cast<std::make_unsigned_t<C>>(b[i]);
+    if (x == 0 || x >= 0x80 || y >= 0x80 || upper_case_unit(char16_t(x)) != upper_case_unit(char16_t(y))) break;
+  }
+  return i;
+}
+
 template <class C>
 int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
   // Same units compare equal in either style; this also makes the common
   // all-equal case cheap.
   if (a == b && a.find(C(0)) == PathView<C>::npos) return 0;
+  if (style == PathStyle::windows) {
+    const std::size_t same = equal_ascii_prefix(a, b);
+    a.remove_prefix(same);
+    b.remove_prefix(same);
+  }
   FoldedUnits<C> ua(a, style), ub(b, style);
   for (;;) {
     const unsigned x = ua.next(), y = ub.next();

@@ -18,6 +18,7 @@ TEST(LexicalNormalize, DotsRootsAndSeparators) {
       {W, "..\\a\\..\\..", "..\\.."}, {W, "C:\\..\\x", "C:\\..\\x"}, {W, "C:/a/./b", "C:/a\\b"}, {W, "C:..", "C:.."},
       {W, "C:\\a\\\\b\\\\", "C:\\a\\b"}, {W, "\\\\srv\\s\\..\\x", "\\\\srv\\x"}, {W, "C:\\.", "C:\\"},
       {W, "a\\b\\..\\", "a"}, {W, "a.\\b", "a.\\b"}, {W, "\\\\srv", "\\\\srv"},
+      {W, ".\\b:x\\.", ".\\b:x"}, {W, "a\\..\\b:x", ".\\b:x"}, {W, ".\\b:x\\..", ""},  // b: stays no drive
       {P, "a/./b/../c/", "a/c"}, {P, "//a/./b", "//a/b"}, {P, "a\\.\\b", "a\\.\\b"}, {P, "/..", "/.."}, {P, "./", ""},
       {P, "C:/x/..", "C:"}, {P, "a//b", "a/b"},
   };
@@ -47,6 +48,7 @@ TEST(LexicalMakeRelative, CommonRootAndMaxUp) {
       {W, "C:\\a\\b", "C:\\a", -1, "C:\\a\\b", false},            {W, "C:\\a", "C:\\a\\b", -1, "C:\\a", false},
       {W, "a\\b", "C:\\a", 3, "a\\b", false},              {W, "\\a", "\\b", 3, "\\a", false},
       {W, "C:\\A\\b\\..\\c", "C:\\a\\.\\d", 1, "..\\c", true}, {W, "C:\\x", "C:\\..\\a", 9, "C:\\x", false},
+      {W, "C:\\a\\b:x", "C:\\a", 0, ".\\b:x", true},
       {P, "/a/b/c", "/a/x", 1, "../b/c", true},             {P, "/a", "/A", 1, "../a", true},
       {P, "a", "/a", 1, "a", false},
   };
