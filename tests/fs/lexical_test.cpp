@@ -66,6 +66,7 @@ TEST(LexicalCompare, UpperCasedUtf16UnitsOrBytes) {
       {W, "c:\\Data", "C:\\DATA", 0}, {W, "C:\\data", "C:\\data\\", -1}, {W, "a", "B", -1},
       {W, "\xC3\xBF", "\xC5\xB8", 0},          // y with diaeresis: U+00FF upper-cases to U+0178
       {W, "\xC3\x9F", "SS", 1},                // sharp s has no one-unit upper case
+      {W, "\xC4\xB1", "I", 1},                 // dotless i keeps itself, as CharUpperW does
       {W, "\xF0\x9F\x98\x80", "\xEF\xBF\xBF", -1},  // a surrogate (0xD83D) sorts below U+FFFF
       {W, "a\\b", "a\\.\\b", 1}, {W, std::string("a\0x", 3), std::string("a\0y", 3), 0},
       {P, "a", "A", 1}, {P, "a\\b", "a/b", 1}, {P, "/x", "/x", 0},
