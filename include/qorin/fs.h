@@ -106,7 +106,9 @@ QORIN_EXPORT std::string add_path_separator(const std::string& text, PathStyle s
 // native form, with the native style's lexical rules above.
 //
 // Windows: built from UTF-8 with every "/" turned into "\\", held as UTF-16;
-// comparisons ignore letter case.
+// comparisons ignore letter case, upper-casing one UTF-16 unit at a time as
+// CharUpperW does (through a built-in table that the tests hold against it),
+// without copying the texts.
 // POSIX: the bytes are kept ("/" stays "/", a backslash is an ordinary
 // character), comparisons are exact, generic() equals string(), and
 // is_absolute() needs only a leading "/".
@@ -360,8 +362,9 @@ QORIN_EXPORT int access_utf8(const std::string& path, int mode);
 QORIN_EXPORT int stat_utf8(const std::string& path, FileStatus* status);
 QORIN_EXPORT int chmod_utf8(const std::string& path, int mode);
 QORIN_EXPORT int chdir_utf8(const Path& path);
-// A descriptor or -1. Windows opens with full sharing and in binary mode
-// unless the flags ask for text.
+// A descriptor or -1; the flags pass unchanged (Windows: text mode unless
+// they ask for binary). Windows opens with full sharing, so that another
+// process can read a log that is being written.
 QORIN_EXPORT int open_utf8(const std::string& path, int flags, int mode);
 QORIN_EXPORT FILE* freopen_utf8(const std::string& path, const std::string& mode, FILE* stream);
 // A new name the caller releases with free(), or null.
