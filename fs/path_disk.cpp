@@ -89,22 +89,30 @@ bool Path::remove_all() const {
   return removed > 0;
 }
 
+namespace {
+
+// delete_file's checks in order; *operation names the step that failed.
+bool delete_file_checked(const stdfs::path& path, std::error_code& ec, const char** operation) {
+  if (!anything_at(path, ec, operation)) return false;
+  // A dangling link has no target status, so it is not a directory.
+  *operation = "exists";
+  if (stdfs::is_directory(status_of(path, ec)) || ec) return false;
+  *operation = "remove";
+  return stdfs::remove(path, ec);
+}
+
+}  // namespace
+
 bool Path::delete_file(std::error_code& ec) const {
   const char* operation;
-  if (!anything_at(path_, ec, &operation)) return false;
-  // A dangling link has no target status, so it is not a directory.
-  if (stdfs::is_directory(status_of(path_, ec)) || ec) return false;
-  return stdfs::remove(path_, ec);
+  return delete_file_checked(path_, ec, &operation);
 }
 
 bool Path::delete_file() const {
   std::error_code ec;
   const char* operation;
-  const bool there = anything_at(path_, ec, &operation);
+  const bool removed = delete_file_checked(path_, ec, &operation);
   if (ec) fail(operation, path_, ec);
-  if (!there || is_directory()) return false;
-  const bool removed = stdfs::remove(path_, ec);
-  if (ec) fail("remove", path_, ec);
   return removed;
 }
 
