@@ -58,8 +58,12 @@ QORIN_EXPORT PathParts split_path(std::string_view path, PathStyle style);
 // kept as written and every later separator becomes the style's own. A path
 // that needs none of this is returned unchanged.
 //
+// In the windows style a first element that would read as a drive keeps
+// ".\\" before it, so that the result means what the input meant.
+//
 // Example (windows): "a/b" => "a\\b"; "a\\.\\b\\" => "a\\b"; "." => "";
-//                    "..\\a\\..\\.." => "..\\.."; "C:\\..\\x" => "C:\\..\\x"
+//                    "..\\a\\..\\.." => "..\\.."; "C:\\..\\x" => "C:\\..\\x";
+//                    "a\\..\\b:x" => ".\\b:x"
 QORIN_EXPORT std::string normalize_path(std::string_view path, PathStyle style);
 
 // `path` taken relative to `base`, normalized: a relative path is appended
