@@ -262,6 +262,12 @@ int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
 
 template <class C>
 bool starts_with_text(PathView<C> t, PathView<C> prefix, PathStyle style) {
+  if (style == PathStyle::windows) {
+    const std::size_t same = equal_ascii_prefix(t, prefix);
+    if (same == prefix.size()) return true;
+    t.remove_prefix(same);
+    prefix.remove_prefix(same);
+  }
   FoldedUnits<C> ut(t, style), up(prefix, style);
   for (;;) {
     const unsigned y = up.next();

@@ -5,7 +5,8 @@
 // elements under the style's comparison; root separators may be written
 // differently); on text without backslashes, colons or a leading "//" the two
 // styles normalize and resolve alike; invalid UTF-8 throws only
-// utf8::exception.
+// utf8::exception; starts_with accepts the text's own leading characters
+// and comparison is antisymmetric.
 #include <qorin/fs.h>
 
 #include <utf8.h>
@@ -53,6 +54,11 @@ void check(const std::string& path, const std::string& base, PathStyle style, in
   const std::string normal = qorin::normalize_path(path, style);
   if (qorin::normalize_path(normal, style) != normal) std::abort();
   if (has_dot_element(normal, style)) std::abort();
+  // A text starts with each of its own leading characters; order is antisymmetric.
+  std::size_t cut = path.size() / 2;
+  while (cut > 0 && (static_cast<unsigned char>(path[cut]) & 0xC0) == 0x80) --cut;
+  if (!qorin::path_starts_with(path, path.substr(0, cut), style)) std::abort();
+  if (qorin::compare_paths(path, base, style) != -qorin::compare_paths(base, path, style)) std::abort();
   bool made = false;
   const std::string relative = qorin::make_relative_path(path, base, style, &made, max_up);
   if (made && !same_place(qorin::resolve_path(base, relative, style), normal, style)) std::abort();
