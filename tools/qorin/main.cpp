@@ -2,6 +2,8 @@
 // (command.h); this file only dispatches and maps CLI11's errors to statuses.
 #include "command.h"
 
+#include <qorin/env.h>
+
 #include <iostream>
 #include <map>
 
@@ -34,6 +36,9 @@ int invalid_input(const std::string& message) { return report(message, kExitInva
 
 int main(int argc, char** argv) {
   using namespace qorin::tool;
+  // Windows hands main() its arguments in the ANSI code page: take them again
+  // in UTF-8 so that every command reads non-ASCII text as typed.
+  qorin::fix_command_line_utf8(&argc, &argv);
   CLI::App app{"qorin: check and convert parameter values, units and annotations"};
   app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
   app.require_subcommand(1);

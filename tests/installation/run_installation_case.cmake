@@ -1,0 +1,45 @@
+# Lays out a fresh installation under ROOT, copies the probe into FOLDER and
+# runs it there (see CMakeLists.txt for the arguments).
+file(REMOVE_RECURSE ${ROOT})
+file(MAKE_DIRECTORY ${ROOT}/prod/bin ${ROOT}/${FOLDER})
+get_filename_component(probe_dir ${PROBE} DIRECTORY)
+get_filename_component(probe_name ${PROBE} NAME)
+file(COPY ${PROBE} DESTINATION ${ROOT}/${FOLDER})
+
+# Wine shows the Unix root as drive Z: with backslashes.
+set(native_root ${ROOT})
+if(EMULATOR)
+  file(GLOB dlls ${probe_dir}/*.dll)
+  file(COPY ${dlls} DESTINATION ${ROOT}/${FOLDER})
+  string(REPLACE "/" "\\" native_root "Z:${ROOT}")
+endif()
+function(native out text)
+  string(REPLACE "<root>" "${ROOT}" text "${text}")
+  if(EMULATOR)
+    string(REPLACE "${ROOT}" "${native_root}" text "${text}")
+    string(REPLACE "/" "\\" text "${text}")
+  endif()
+  set(${out} "${text}" PARENT_SCOPE)
+endfunction()
+
+set(environment --unset=VANTREL_DIR LC_ALL=C.UTF-8)
+if(VANTREL_DIR)
+  native(value "<root>/${VANTREL_DIR}")
+  set(environment VANTREL_DIR=${value} LC_ALL=C.UTF-8)
+endif()
+execute_process(
+  COMMAND ${CMAKE_COMMAND} -E env ${environment} ${EMULATOR} ${ROOT}/${FOLDER}/${probe_name}
+          "Grüße ✓" "проект" "a b"
+  RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+string(REPLACE "\r\n" "\n" out "${out}")
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "exit status ${status}\nstdout:\n${out}\nstderr:\n${err}")
+endif()
+foreach(line IN LISTS EXPECT)
+  native(line "${line}")
+  string(FIND "${out}" "${line}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "missing from the output:\n${line}\n--- output:\n${out}\nstderr:\n${err}")
+  endif()
+endforeach()
+file(REMOVE_RECURSE ${ROOT})
