@@ -1,0 +1,61 @@
+// The operating-system side of files and paths (win32_fs.cpp, posix_fs.cpp).
+// Paths cross as standard paths in the native form; text as UTF-8.
+#pragma once
+
+#include <qorin/fs.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace qorin::detail {
+
+namespace stdfs = std::filesystem;
+
+PathStyle os_native_style();
+
+// UTF-8 text to the native path (Windows: "/" becomes "\\"); invalid UTF-8
+// throws utf8::invalid_utf8.
+stdfs::path os_path_from_utf8(std::string_view utf8);
+std::string os_utf8_from_path(const stdfs::path& path);
+std::u16string os_utf16_from_path(const stdfs::path& path);
+std::wstring os_wide_from_path(const stdfs::path& path);
+
+// A relative path completed against the current directory; Windows takes a
+// drive-relative path against that drive's own current directory.
+stdfs::path os_absolute(const stdfs::path& path, std::error_code& ec);
+
+// Status failures that only mean "nothing there".
+bool os_means_not_found(const std::error_code& ec);
+
+bool os_access(const stdfs::path& path, int mode);
+FILE* os_fopen(const stdfs::path& path, const char* mode);
+
+// Whether both name the same file (volume and file number); ec on failure.
+bool os_same_file(const stdfs::path& a, const stdfs::path& b, std::error_code& ec);
+
+// Random bits from the OS for unpredictable names.
+std::uint64_t os_random_64();
+// Creates exactly this directory (mode 0700) or file (mode 0600, closed);
+// fails with errc::file_exists when anything, a link included, is there.
+std::error_code os_create_private_directory(const stdfs::path& path);
+std::error_code os_create_private_file(const stdfs::path& path);
+
+// f(native path) for the C-style wrappers, which never throw: text that is
+// not UTF-8 answers `failure` with errno EINVAL, as a bad name would.
+template <class R, class F>
+R call_with_native(const std::string& utf8, R failure, F f) noexcept {
+  stdfs::path native;
+  try {
+    native = os_path_from_utf8(utf8);
+  } catch (...) {
+    errno = EINVAL;
+    return failure;
+  }
+  return f(native);
+}
+
+}  // namespace qorin::detail

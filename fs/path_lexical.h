@@ -1,0 +1,246 @@
+// The lexical path algorithms, written once over any code unit type: UTF-8
+// bytes for the public text functions and for Path on POSIX, UTF-16 units for
+// Path on Windows. Separators, "." and ":" are ASCII, so they are found the
+// same way in every encoding; only comparison needs to know the encoding.
+#pragma once
+
+#include "fs/upper_case.h"
+
+#include <qorin/fs.h>
+
+#include <utf8.h>
+
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace qorin::detail {
+
+template <class C>
+using PathView = std::basic_string_view<C>;
+template <class C>
+using PathText = std::basic_string<C>;
+
+inline bool is_sep(unsigned c, PathStyle style) { return c == '/' || (style == PathStyle::windows && c == '\\'); }
+inline char preferred_sep(PathStyle style) { return style == PathStyle::windows ? '\\' : '/'; }
+
+// [0, name_end) is the root name, [name_end, end) the separators after it.
+struct RootSpan {
+  std::size_t name_end = 0;
+  std::size_t end = 0;
+};
+
+template <class C>
+RootSpan split_root(PathView<C> t, PathStyle style) {
+  RootSpan root;
+  if (style == PathStyle::windows && t.size() >= 2) {
+    const unsigned first = unsigned(t[0]) | 0x20;
+    if (t[1] == C(':') && first >= 'a' && first <= 'z') {
+      root.name_end = 2;
+    } else if (t.size() > 2 && is_sep(t[0], style) && is_sep(t[1], style) && !is_sep(t[2], style)) {
+      // "\\server": the name runs to the next separator.
+      std::size_t i = 2;
+      while (i < t.size() && !is_sep(t[i], style)) ++i;
+      root.name_end = i;
+    }
+  }
+  root.end = root.name_end;
+  while (root.end < t.size() && is_sep(t[root.end], style)) ++root.end;
+  return root;
+}
+
+// Calls f(element) for each element after `from`, consecutive separators
+// collapsed; a trailing separator gives one empty element.
+template <class C, class F>
+void for_each_element(PathView<C> t, std::size_t from, PathStyle style, F f) {
+  std::size_t i = from;
+  while (i < t.size()) {
+    std::size_t j = i;
+    while (j < t.size() && !is_sep(t[j], style)) ++j;
+    f(t.substr(i, j - i));
+    if (j == t.size()) return;
+    while (j < t.size() && is_sep(t[j], style)) ++j;
+    if (j == t.size()) {
+      f(PathView<C>());
+      return;
+    }
+    i = j;
+  }
+}
+
+template <class C>
+constexpr C kDotDot[] = {C('.'), C('.'), C(0)};
+
+template <class C>
+bool is_dot(PathView<C> e) { return e.size() == 1 && e[0] == C('.'); }
+template <class C>
+bool is_dot_dot(PathView<C> e) { return e.size() == 2 && e[0] == C('.') && e[1] == C('.'); }
+
+// Whether normalize would leave the text as it is (the common case, kept
+// cheap): no doubled separator, no "." next to a separator, no separator of
+// the other kind, and no trailing separator or ".".
+template <class C>
+bool is_plainly_normal(PathView<C> t, PathStyle style) {
+  if (t.empty()) return true;
+  const C sep = C(preferred_sep(style));
+  for (std::size_t i = 0; i < t.size(); ++i) {
+    const C c = t[i];
+    if (c == C('/') && sep != C('/')) return false;
+    if (c == sep && i + 1 < t.size() && (t[i + 1] == sep || t[i + 1] == C('.'))) return false;
+    if (c == C('.') && i + 1 < t.size() && t[i + 1] == sep) return false;
+  }
+  return t.back() != sep && t.back() != C('.');
+}
+
+// Appends `element` after `out`, whose first root_end units are its root,
+// with a separator unless out is empty, ends in one, or is a drive name.
+template <class C>
+void append_element(PathText<C>& out, std::size_t root_end, PathView<C> element, PathStyle style) {
+  const bool bare_drive = out.size() == 2 && root_end == 2 && out[1] == C(':');
+  if (!out.empty() && !is_sep(out.back(), style) && !bare_drive) out.push_back(C(preferred_sep(style)));
+  out.append(element);
+}
+
+template <class C>
+PathText<C> normalize_text(PathView<C> t, PathStyle style) {
+  if (is_plainly_normal(t, style)) return PathText<C>(t);
+  const RootSpan root = split_root(t, style);
+  PathText<C> out(t.substr(0, root.end));
+  out.reserve(t.size());
+  std::size_t kept = 0;  // the kept elements sit after any leading ".."
+  for_each_element(t, root.end, style, [&](PathView<C> e) {
+    if (e.empty() || is_dot(e)) return;
+    if (is_dot_dot(e) && kept > 0) {
+      std::size_t cut = out.size();
+      while (cut > root.end && !is_sep(out[cut - 1], style)) --cut;
+      if (cut > root.end) --cut;  // the separator before the element
+      out.resize(cut);
+      --kept;
+      return;
+    }
+    if (!is_dot_dot(e)) ++kept;
+    append_element(out, root.end, e, style);
+  });
+  return out;
+}
+
+// The code units compared: bytes (posix), or upper-cased UTF-16 units
+// (windows), decoded from UTF-8 when the text is bytes. 0 at the end.
+template <class C>
+class FoldedUnits {
+ public:
+  FoldedUnits(PathView<C> t, PathStyle style) : p_(t.data()), end_(t.data() + t.size()), style_(style) {}
+
+  unsigned next() {
+    if (pending_ != 0) return std::exchange(pending_, 0u);
+    if (p_ == end_) return 0;
+    if (style_ == PathStyle::posix) return static_cast<std::make_unsigned_t<C>>(*p_++);
+    if constexpr (sizeof(C) == 1) {
+      const unsigned char byte = static_cast<unsigned char>(*p_);
+      if (byte < 0x80) {
+        ++p_;
+        return upper_case_unit(byte);
+      }
+      const char32_t cp = utf8::next(p_, end_);  // throws utf8::invalid_utf8
+      if (cp < 0x10000) return upper_case_unit(char16_t(cp));
+      pending_ = 0xDC00 + ((cp - 0x10000) & 0x3FF);
+      return 0xD800 + ((cp - 0x10000) >> 10);
+    } else {
+      return upper_case_unit(char16_t(*p_++));
+    }
+  }
+
+ private:
+  const C* p_;
+  const C* end_;
+  PathStyle style_;
+  unsigned pending_ = 0;
+};
+
+template <class C>
+int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
+  // Same units compare equal in either style; this also makes the common
+  // all-equal case cheap.
+  if (a == b && a.find(C(0)) == PathView<C>::npos) return 0;
+  FoldedUnits<C> ua(a, style), ub(b, style);
+  for (;;) {
+    const unsigned x = ua.next(), y = ub.next();
+    if (x != y) return x < y ? -1 : 1;
+    if (x == 0) return 0;
+  }
+}
+
+template <class C>
+bool starts_with_text(PathView<C> t, PathView<C> prefix, PathStyle style) {
+  FoldedUnits<C> ut(t, style), up(prefix, style);
+  for (;;) {
+    const unsigned y = up.next();
+    if (y == 0) return true;
+    if (ut.next() != y) return false;
+  }
+}
+
+template <class C>
+PathText<C> resolve_text(PathView<C> base, PathView<C> p, PathStyle style) {
+  const RootSpan pr = split_root(p, style), br = split_root(base, style);
+  const bool p_has_name = pr.name_end > 0, p_has_dir = pr.end > pr.name_end;
+  PathText<C> joined;
+  if (!p_has_name && !p_has_dir) {
+    joined = PathText<C>(base);
+    append_element(joined, br.end, p, style);
+  } else if (!p_has_name) {
+    joined = PathText<C>(base.substr(0, br.name_end));
+    joined.append(p);
+  } else if (p_has_dir || (br.name_end > 0 && compare_text(base.substr(0, br.name_end), p.substr(0, pr.name_end),
+                                                           style) != 0)) {
+    joined = PathText<C>(p);
+  } else {
+    joined = PathText<C>(p.substr(0, pr.name_end));
+    joined.append(base.substr(br.name_end));
+    append_element(joined, pr.name_end + (br.end - br.name_end), p.substr(pr.end), style);
+  }
+  return normalize_text<C>(joined, style);
+}
+
+template <class C>
+PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle style, bool* made_relative, int max_up) {
+  const PathText<C> np = normalize_text(path, style), nb = normalize_text(base, style);
+  const PathView<C> p(np), b(nb);
+  const RootSpan pr = split_root(p, style), br = split_root(b, style);
+  auto absolute = [style](const RootSpan& r) {
+    return r.end > r.name_end && (style == PathStyle::posix || r.name_end > 0);
+  };
+  auto fail = [&] {
+    if (made_relative) *made_relative = false;
+    return np;
+  };
+  if (!absolute(pr) || !absolute(br) || compare_text(p.substr(0, pr.name_end), b.substr(0, br.name_end), style) != 0)
+    return fail();
+  // Normalized, so the elements after the roots are single-separated.
+  std::size_t i = pr.end, j = br.end;
+  auto element_end = [style](PathView<C> t, std::size_t from) {
+    while (from < t.size() && !is_sep(t[from], style)) ++from;
+    return from;
+  };
+  while (i < p.size() && j < b.size()) {
+    const std::size_t ie = element_end(p, i), je = element_end(b, j);
+    if (compare_text(p.substr(i, ie - i), b.substr(j, je - j), style) != 0) break;
+    i = ie < p.size() ? ie + 1 : ie;
+    j = je < b.size() ? je + 1 : je;
+  }
+  long long ups = 0;
+  for (std::size_t k = j; k < b.size(); k = element_end(b, k) + 1) {
+    // A leading ".." in the base cannot be climbed out of by name.
+    if (is_dot_dot(b.substr(k, element_end(b, k) - k))) return fail();
+    ++ups;
+  }
+  if (ups > max_up) return fail();
+  PathText<C> out;
+  for (long long k = 0; k < ups; ++k) append_element(out, 0, PathView<C>(kDotDot<C>, 2), style);
+  if (i < p.size()) append_element(out, 0, p.substr(i), style);
+  if (made_relative) *made_relative = true;
+  return out;
+}
+
+}  // namespace qorin::detail

@@ -1,0 +1,103 @@
+// Scratch files and directories: random names, created exclusively, removed
+// by their owner.
+#include "fs/fs_os.h"
+
+#include <qorin/env.h>
+
+#include <cinttypes>
+#include <cstdio>
+
+namespace qorin {
+
+namespace {
+
+// prefix-<16 random hex digits>suffix, created by `create` under `dir`; a
+// name that exists already is drawn again, anything else fails.
+template <class Create>
+Path create_unique(const Path& dir, const std::string& prefix, const std::string& suffix, const char* operation,
+                   Create create) {
+  constexpr int kAttempts = 64;  // a clash of 64 random bits is an attacker, not chance
+  std::error_code ec;
+  Path candidate;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    char random[17];
+    std::snprintf(random, sizeof random, "%016" PRIx64, detail::os_random_64());
+    candidate = dir;
+    candidate /= Path(prefix + "-" + random + suffix);
+    ec = create(candidate.fs_path());
+    if (!ec) return candidate;
+    if (ec != std::errc::file_exists) break;
+  }
+  throw std::filesystem::filesystem_error(operation, candidate.fs_path(), ec);
+}
+
+}  // namespace
+
+Path temporary_root() {
+  std::string configured;
+  if (getenv_check_registry_kstring_allow_empty("QORIN_TEMP_PATH", &configured) && !configured.empty())
+    return Path(configured);
+  return Path::from_fs_path(std::filesystem::temp_directory_path());
+}
+
+TemporaryDirectory::TemporaryDirectory(const std::string& prefix) : TemporaryDirectory(temporary_root(), prefix) {}
+
+TemporaryDirectory::TemporaryDirectory(const Path& parent, const std::string& prefix)
+    : path_(create_unique(parent, prefix, "", "create_directory", detail::os_create_private_directory)) {}
+
+TemporaryDirectory::~TemporaryDirectory() { release(); }
+
+TemporaryDirectory::TemporaryDirectory(TemporaryDirectory&& other) noexcept
+    : path_(std::move(other.path_)), keep_(other.keep_) {
+  other.path_.clear();
+}
+
+TemporaryDirectory& TemporaryDirectory::operator=(TemporaryDirectory&& other) noexcept {
+  if (this != &other) {
+    release();
+    path_ = std::move(other.path_);
+    keep_ = other.keep_;
+    other.path_.clear();
+  }
+  return *this;
+}
+
+void TemporaryDirectory::release() noexcept {
+  if (!keep_ && !path_.empty()) {
+    std::error_code ignored;  // nothing sensible to do from a destructor
+    std::filesystem::remove_all(path_.fs_path(), ignored);
+  }
+  path_.clear();
+}
+
+TemporaryFile::TemporaryFile(const std::string& prefix, const std::string& suffix)
+    : TemporaryFile(temporary_root(), prefix, suffix) {}
+
+TemporaryFile::TemporaryFile(const Path& dir, const std::string& prefix, const std::string& suffix)
+    : path_(create_unique(dir, prefix, suffix, "create_file", detail::os_create_private_file)) {}
+
+TemporaryFile::~TemporaryFile() { release(); }
+
+TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept : path_(std::move(other.path_)), keep_(other.keep_) {
+  other.path_.clear();
+}
+
+TemporaryFile& TemporaryFile::operator=(TemporaryFile&& other) noexcept {
+  if (this != &other) {
+    release();
+    path_ = std::move(other.path_);
+    keep_ = other.keep_;
+    other.path_.clear();
+  }
+  return *this;
+}
+
+void TemporaryFile::release() noexcept {
+  if (!keep_ && !path_.empty()) {
+    std::error_code ignored;
+    std::filesystem::remove(path_.fs_path(), ignored);
+  }
+  path_.clear();
+}
+
+}  // namespace qorin

@@ -1,0 +1,66 @@
+// Path on POSIX: bytes kept, exact comparison, links and private modes.
+#include <qorin/fs.h>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <utf8.h>
+
+namespace {
+
+using qorin::Path;
+
+TEST(PosixPath, BackslashIsAnOrdinaryCharacter) {
+  EXPECT_EQ(Path("a\\b/c").string(), "a\\b/c");
+  EXPECT_EQ(Path("a\\b/c").generic(), "a\\b/c");
+  EXPECT_EQ(Path("d/a\\b").filename().string(), "a\\b");
+  EXPECT_NE(Path("/x/Y"), Path("/x/y"));
+  EXPECT_LT(Path("/x/Y"), Path("/x/y"));
+  EXPECT_EQ(Path("/a/b/").normalize().string(), "/a/b");
+  EXPECT_EQ(Path::add_separator("a"), "a/");
+  EXPECT_THROW(Path("a\xFF"), utf8::invalid_utf8);
+}
+
+TEST(PosixPath, DecompositionExceptions) {
+  struct Case { const char* in; const char* filename; const char* stem; const char* parent; const char* removed; };
+  const Case cases[] = {{"/a/b.txt", "b.txt", "b", "/a", "/a/"}, {"/a/", "", "", "/a", "/a/"}, {"a/.", "", "", "a", "a/"},
+                        {"a/..", "", "", "a", "a/"},             {"/", "", "", "/", "/"},     {"a", "a", "a", "", ""},
+                        {"/.rc", ".rc", ".rc", "/", "/"}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(Path(c.in).filename().string(), c.filename) << c.in;
+    EXPECT_EQ(Path(c.in).stem().string(), c.stem) << c.in;
+    EXPECT_EQ(Path(c.in).parent_path().string(), c.parent) << c.in;
+    EXPECT_EQ(Path(c.in).remove_filename().string(), c.removed) << c.in;
+  }
+}
+
+TEST(PosixPath, DanglingLinkIsDeletedAsAFile) {
+  qorin::TemporaryDirectory dir("qorin-link");
+  const Path link = Path(dir.path()) /= Path("link");
+  ASSERT_EQ(::symlink("nowhere", link.string().c_str()), 0);
+  EXPECT_FALSE(link.exists());
+  EXPECT_TRUE(link.delete_file());
+  EXPECT_FALSE(link.delete_file());
+}
+
+TEST(PosixPath, ScratchObjectsArePrivate) {
+  qorin::TemporaryDirectory dir("qorin-mode");
+  qorin::TemporaryFile file(dir.path(), "f", "");
+  struct stat st {};
+  ASSERT_EQ(::stat(dir.path().string().c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0700u);
+  ASSERT_EQ(::stat(file.path().string().c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0600u);
+}
+
+TEST(PosixPath, SimplifyAndCanonical) {
+  EXPECT_EQ(qorin::simplify_path("/a/./b/"), "/a/b");
+  EXPECT_EQ(qorin::simplify_path("/"), "/");
+  EXPECT_EQ(qorin::fixFilenameSlashes("a/b\\c/"), "a\\b\\c\\");
+  EXPECT_EQ(qorin::get_directory_from_file("/w/a/./f.txt"), "/w/a");
+  EXPECT_EQ(qorin::canonical_path("x/../y"), qorin::getcwd_utf8() + "/y");
+}
+
+}  // namespace
