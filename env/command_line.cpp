@@ -32,17 +32,18 @@ void CommandLineBase::initialize_args(int argc, const char* const* argv) {
 }
 
 void CommandLineBase::initialize_args_if_not_already_initialized(int argc, const char* const* argv) {
-  if (argv_.empty()) initialize_args(argc, argv);
+  if (argv_.size() < 2) initialize_args(argc, argv);
 }
 
 void CommandLineBase::copy_args(int argc, const char* const* argv) {
   std::vector<std::string> arguments;
-  for (int i = 0; i < argc && argv[i] != nullptr; ++i) arguments.emplace_back(argv[i]);
+  for (int i = 0; argv != nullptr && i < argc && argv[i] != nullptr; ++i) arguments.emplace_back(argv[i]);
   set_args(std::move(arguments));
 }
 
 void CommandLineBase::set_args(std::vector<std::string> arguments) {
-  saved_.clear();
+  // A caller may still hold the previous vector and its strings: keep both.
+  if (!argv_.empty()) retired_.push_back(std::move(argv_));
   argv_.clear();
   for (std::string& argument : arguments) {
     argv_.push_back(saved_.emplace_back(std::move(argument)).data());

@@ -210,7 +210,9 @@ class QORIN_EXPORT CommandLineBase {
   CommandLineBase(const CommandLineBase&) = delete;
   CommandLineBase& operator=(const CommandLineBase&) = delete;
 
-  // Nothing in the base; CommandLine finds the installation here.
+  // Nothing in the base; CommandLine finds the installation here. The host
+  // program calls it if it wants failures early; the installation getters
+  // need no such call.
   virtual void perform_app_specific_initialization();
   // Writes "Error setting up command line: " + message to standard error,
   // with no line end added.
@@ -248,8 +250,11 @@ class QORIN_EXPORT CommandLineBase {
   void check_initialized() const;
   void check_index(int index) const;
 
-  std::list<std::string> saved_;  // a list: argv_'s pointers must never move
-  std::vector<char*> argv_;       // into saved_, then a null pointer
+  // Every string and vector ever handed out stays until the object goes: a
+  // list, because argv's pointers must never move.
+  std::list<std::string> saved_;
+  std::vector<char*> argv_;  // into saved_, then a null pointer
+  std::list<std::vector<char*>> retired_;
   Path exe_full_path_;
   Path exe_directory_;
 };
@@ -310,7 +315,7 @@ QORIN_EXPORT const Path& get_bin_directory();
 QORIN_EXPORT const Path& get_installation_directory();
 
 // Initialises the singleton's arguments (once) and points *argc and *argv at
-// its UTF-8 vector, which lives until the process ends:
+// its UTF-8 vector, which lives until static destruction:
 //   int main(int argc, char** argv) { qorin::fix_command_line_utf8(&argc, &argv); ... }
 QORIN_EXPORT void fix_command_line_utf8(int* argc, char*** argv);
 

@@ -1,5 +1,6 @@
 #include <qorin/env.h>
 
+#include "support/stream_capture.h"
 #include "support/thrown_message.h"
 
 #include <gtest/gtest.h>
@@ -52,9 +53,23 @@ TEST(CommandLine, ArgumentZeroIsTheExecutableAndTakingShiftsTheRest) {
   EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.take_arg(argc); }), "Argument not specified");
   EXPECT_EQ(line.argc(), argc);
 
-  // A second initialisation through the "if not already" form changes nothing.
-  line.initialize_args_if_not_already_initialized(3, given);
+  // The "if not already" form changes nothing now; a full second
+  // initialisation builds a new vector, and the old one stays readable for
+  // a caller that still holds it (main's argv after fix_command_line_utf8).
+  char** held = line.argv();
+  const std::string held_zero = held[0];
+  const char* fewer[] = {"x", nullptr};
+  line.initialize_args_if_not_already_initialized(1, fewer);
   EXPECT_EQ(line.argc(), argc);
+  line.initialize_args(1, fewer);
+  EXPECT_EQ(std::string(held[0]), held_zero);
+}
+
+TEST(CommandLine, ReportErrorWritesItsPrefixAndNoLineEnd) {
+  qorin::CommandLineBase line;
+  qorin::testing::StreamCapture capture(stderr);
+  line.report_error("m");
+  EXPECT_EQ(capture.release(), "Error setting up command line: m");
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
-// Started by installation_case.cmake from a temporary installation: prints
+// Started by run_installation_case.cmake from a temporary installation: prints
 // what the command line and installation queries answer, one "name=value"
 // line each, so the script can compare them byte for byte.
 //   probe ARGS...            the UTF-8 arguments, the executable, the
 //                            installation (or its error) and what a child
 //                            process sees of VANTREL_DIR
+//   probe ... --force        the same with the installation forced to the
+//                            executable's location
 //   probe --print-vantrel-dir  (the child) prints VANTREL_DIR
 #include <qorin/env.h>
 
@@ -19,6 +21,8 @@ int main(int argc, char** argv) {
     return 0;
   }
   for (int i = 0; i < argc; ++i) std::printf("argv[%d]=%s\n", i, argv[i]);
+  qorin::CommandLine* command_line = qorin::CommandLine::get_command_line();
+  if (std::string(argv[argc - 1]) == "--force") command_line->force_vantrel_dir_to_exe_location(true);
   std::printf("exe directory=%s\n", qorin::get_exe_directory().string().c_str());
   try {
     std::printf("installation=%s\n", qorin::get_installation_directory().string().c_str());
@@ -26,6 +30,7 @@ int main(int argc, char** argv) {
   } catch (const std::exception& e) {
     std::printf("error=%s\n", e.what());
   }
+  std::printf("original VANTREL_DIR=%s\n", command_line->get_original_vantrel_dir_env_value().c_str());
   std::fflush(stdout);
   const std::string child = "\"" + qorin::get_exe_full_path().string() + "\" --print-vantrel-dir";
   return std::system(child.c_str()) == 0 ? 0 : 1;

@@ -22,6 +22,10 @@ function(native out text)
   set(${out} "${text}" PARENT_SCOPE)
 endfunction()
 
+set(FORCE_ARGUMENT)
+if(FORCE)
+  set(FORCE_ARGUMENT --force)
+endif()
 set(environment --unset=VANTREL_DIR LC_ALL=C.UTF-8)
 if(VANTREL_DIR)
   native(value "<root>/${VANTREL_DIR}")
@@ -29,7 +33,7 @@ if(VANTREL_DIR)
 endif()
 execute_process(
   COMMAND ${CMAKE_COMMAND} -E env ${environment} ${EMULATOR} ${ROOT}/${FOLDER}/${probe_name}
-          "Grüße ✓" "проект" "a b"
+          "Grüße ✓" "проект" "a b" ${FORCE_ARGUMENT}
   RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
 string(REPLACE "\r\n" "\n" out "${out}")
 if(NOT status EQUAL 0)

@@ -23,12 +23,12 @@ CommandRegistration env_command{
           app.add_option("--flags", *flags, "Read this text instead of the process's _QDX_DEBUG_FLAGS");
       return [flags, flags_option] {
         if (flags_option->count() > 0) putEnvKstring("_QDX_DEBUG_FLAGS", *flags);
-        std::cout << get_product_name() << " " << get_product_version() << "\n"
-                  << "Executable: " << get_exe_full_path().string() << "\n";
+        std::cout << get_product_name() << " " << get_product_version() << "\n";
         try {
+          std::cout << "Executable: " << get_exe_full_path().string() << "\n";
           std::cout << "Installation: " << get_installation_directory().string() << "\n";
         } catch (const std::exception& e) {
-          std::cout << "Installation: none (" << e.what() << ")\n";
+          std::cout << "none (" << e.what() << ")\n";
         }
         std::cout << get_heap_info_string() << std::endl;
         Debug::Flag::reinitializeFlags(false);

@@ -4,8 +4,10 @@
 
 #include <qorin/env.h>
 
+#include <exception>
 #include <iostream>
 #include <map>
+#include <string>
 
 namespace qorin::tool {
 
@@ -38,8 +40,13 @@ int main(int argc, char** argv) {
   using namespace qorin::tool;
   // Windows hands main() its arguments in the ANSI code page: take them again
   // in UTF-8 so that every command reads non-ASCII text as typed.
-  qorin::fix_command_line_utf8(&argc, &argv);
-  CLI::App app{"qorin: check and convert parameter values, units and annotations"};
+  try {
+    qorin::fix_command_line_utf8(&argc, &argv);
+  } catch (const std::exception& e) {
+    return usage_error(std::string("cannot read the command line: ") + e.what());
+  }
+  // Named here: argv[0] is now the full path, which help texts need not show.
+  CLI::App app{"qorin: check and convert parameter values, units and annotations", "qorin"};
   app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
   app.require_subcommand(1);
   std::map<CLI::App*, CommandRun> runs;
