@@ -19,8 +19,10 @@
 
 #include <qorin/debug.h>
 #include <qorin/export.h>
+#include <qorin/fs.h>
 
 #include <cstdint>
+#include <list>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -195,5 +197,138 @@ class QORIN_EXPORT RegistryKey {
   void* key_ = nullptr;  // an HKEY
   std::string full_path_;
 };
+
+// ---------------------------------------------------------------------------
+// Command line and installation directory
+// ---------------------------------------------------------------------------
+
+// The process's arguments as UTF-8 strings owned by the object, and the
+// running executable. On Windows main()'s narrow argv is in the ANSI code
+// page, so the arguments are taken again from the wide command line; on
+// POSIX they are copied as given (they already are the bytes the user typed).
+// Not synchronised: initialise on one thread at start-up.
+//
+// Example (Windows, started as «app.exe Grüße "a b"» from C:\Tools):
+//   CommandLineBase line; line.initialize_args(argc, argv);
+//   line.argc()    => 3
+//   line.argv()[0] => "C:\\Tools\\app.exe"     (always the full path)
+//   line.argv()[1] => "Grüße"                  (UTF-8)
+//   line.take_arg(2) => "a b"; line.argc() => 2
+//   line.remove_arg(0) => throws std::runtime_error "Internal error: Invalid argument index"
+//   line.take_arg(5)   => throws std::runtime_error "Argument not specified"
+class QORIN_EXPORT CommandLineBase {
+ public:
+  CommandLineBase();
+  CommandLineBase(const CommandLineBase&) = delete;
+  CommandLineBase& operator=(const CommandLineBase&) = delete;
+
+  // Nothing in the base; CommandLine finds the installation here. The host
+  // program calls it if it wants failures early; the installation getters
+  // need no such call.
+  virtual void perform_app_specific_initialization();
+  // Writes "Error setting up command line: " + message to standard error,
+  // with no line end added.
+  virtual void report_error(const std::string& message);
+  virtual ~CommandLineBase();
+
+  // Builds the UTF-8 vector and replaces argument 0 by the executable's full
+  // path. Failing to find the executable is reported through report_error,
+  // never thrown; the arguments stay initialised. An unpaired surrogate in
+  // a Windows argument throws utf8::invalid_utf16.
+  void initialize_args(int argc, const char* const* argv);
+  void initialize_args_if_not_already_initialized(int argc, const char* const* argv);
+
+  // Both throw std::runtime_error "Internal error: Command line was not
+  // initialized." before initialize_args. argv() ends with a null pointer.
+  int argc() const;
+  char** argv() const;
+
+  // The argument at `index`, removed from the vector (later ones move down).
+  std::string take_arg(int index);
+  void remove_arg(int index);
+  void save_command_line_utf8(std::vector<std::string>& arguments) const;
+
+  // Found on first use. The full path is absolute and normalised; the
+  // directory is its parent. Throw std::runtime_error starting with "Could
+  // not find executable location." when the platform cannot tell.
+  const Path& get_exe_full_path();
+  const Path& get_exe_directory();
+
+ private:
+  void initialize_path_to_executable();
+  void copy_args(int argc, const char* const* argv);
+  void set_args(std::vector<std::string> arguments);
+  void fix_argv0();
+  void check_initialized() const;
+  void check_index(int index) const;
+
+  // Every string and vector ever handed out stays until the object goes: a
+  // list, because argv's pointers must never move.
+  std::list<std::string> saved_;
+  std::vector<char*> argv_;  // into saved_, then a null pointer
+  std::list<std::vector<char*>> retired_;
+  Path exe_full_path_;
+  Path exe_directory_;
+};
+
+// CommandLineBase plus the product installation: the directory named by
+// VANTREL_DIR (environment first, then the installation's registry key), or
+// else the parent of the executable's directory, which must be called "bin".
+// The "bin" test compares the way Path does: ignoring case on Windows
+// (CharUpperW), exactly on POSIX. A directory found through the executable
+// is written to VANTREL_DIR so that child processes use the same
+// installation.
+//
+// Example (no VANTREL_DIR):
+//   started as D:\prod\BIN\app.exe => get_installation_directory() == "D:\\prod",
+//                                     get_bin_directory() == "D:\\prod\\BIN"
+//   started as D:\prod\tools\app.exe => throws std::runtime_error
+//     "This program (D:\\prod\\tools\\app.exe) is not in the correct location.\n\n"
+//     "It must be in the bin directory of the product installation."
+//   VANTREL_DIR=D:\gone => throws std::runtime_error
+//     "VANTREL_DIR is set to an invalid directory.  \"D:\\gone\" does not exist."
+//     (two blanks after the full stop, as callers match it)
+class QORIN_EXPORT CommandLine : public CommandLineBase {
+ public:
+  CommandLine();
+  ~CommandLine() override;
+
+  // The process's one CommandLine, made on first call.
+  static CommandLine* get_command_line();
+
+  void perform_app_specific_initialization() override;
+  void ensure_vantrel_dir_is_set();
+  const Path& get_installation_directory();
+  const Path& get_bin_directory();
+  // Ignores VANTREL_DIR from now on; recomputes a directory already found.
+  void force_vantrel_dir_to_exe_location(bool force);
+
+  // VANTREL_DIR as it was when the object was made ("" when absent).
+  const std::string& get_original_vantrel_dir_env_value() const { return original_env_value_; }
+  const std::string& get_original_vantrel_dir_reg_value() const { return original_reg_value_; }
+
+  // Stored for the host program; it changes no check.
+  void set_is_test_app(bool is_test_app) { is_test_app_ = is_test_app; }
+  bool is_test_app() const { return is_test_app_; }
+
+ private:
+  Path installation_directory_;
+  Path bin_directory_;
+  std::string original_env_value_;
+  std::string original_reg_value_;
+  bool is_test_app_ = false;
+  bool forced_to_exe_location_ = false;
+};
+
+// The same queries on CommandLine::get_command_line().
+QORIN_EXPORT const Path& get_exe_directory();
+QORIN_EXPORT const Path& get_exe_full_path();
+QORIN_EXPORT const Path& get_bin_directory();
+QORIN_EXPORT const Path& get_installation_directory();
+
+// Initialises the singleton's arguments (once) and points *argc and *argv at
+// its UTF-8 vector, which lives until static destruction:
+//   int main(int argc, char** argv) { qorin::fix_command_line_utf8(&argc, &argv); ... }
+QORIN_EXPORT void fix_command_line_utf8(int* argc, char*** argv);
 
 }  // namespace qorin

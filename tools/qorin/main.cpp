@@ -2,8 +2,12 @@
 // (command.h); this file only dispatches and maps CLI11's errors to statuses.
 #include "command.h"
 
+#include <qorin/env.h>
+
+#include <exception>
 #include <iostream>
 #include <map>
+#include <string>
 
 namespace qorin::tool {
 
@@ -34,7 +38,15 @@ int invalid_input(const std::string& message) { return report(message, kExitInva
 
 int main(int argc, char** argv) {
   using namespace qorin::tool;
-  CLI::App app{"qorin: check and convert parameter values, units and annotations"};
+  // Windows hands main() its arguments in the ANSI code page: take them again
+  // in UTF-8 so that every command reads non-ASCII text as typed.
+  try {
+    qorin::fix_command_line_utf8(&argc, &argv);
+  } catch (const std::exception& e) {
+    return usage_error(std::string("cannot read the command line: ") + e.what());
+  }
+  // Named here: argv[0] is now the full path, which help texts need not show.
+  CLI::App app{"qorin: check and convert parameter values, units and annotations", "qorin"};
   app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
   app.require_subcommand(1);
   std::map<CLI::App*, CommandRun> runs;
