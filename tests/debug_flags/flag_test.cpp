@@ -51,15 +51,6 @@ TEST_F(FlagTest, SettingsFromTheVariable) {
   }
 }
 
-TEST_F(FlagTest, LongVariableThroughTheEnvironment) {
-  // Close to the 32,767 characters a Windows environment variable holds,
-  // where a recursive regex matcher already overflows the stack.
-  const std::string value(30000, 'v');
-  readVariable("LONG='" + value + "',AFTER");
-  EXPECT_EQ(Flag("LONG").asString(), value);
-  EXPECT_TRUE(Flag("AFTER").isNumeric());
-}
-
 TEST_F(FlagTest, ProgramSetValues) {
   readVariable("KEPT=4");
   Flag flag("PROGRAM_SET");

@@ -33,8 +33,9 @@ void setValue(HKEY key, const wchar_t* name, DWORD type, const void* data, std::
             ERROR_SUCCESS);
 }
 
-const std::vector<std::string> kValueNames = {"QORIN_REG_PLAIN", "QORIN_REG_LF",     "QORIN_REG_CR",   "QORIN_REG_SHADOWED",
-                                              "QORIN_REG_LONG",  "QORIN_REG_EXPAND", "QORIN_REG_DWORD"};
+const std::vector<std::string> kValueNames = {"QORIN_REG_PLAIN", "QORIN_REG_LF",       "QORIN_REG_CR",
+                                              "QORIN_REG_LONG",  "QORIN_REG_SHADOWED", "QORIN_REG_EXPAND",
+                                              "QORIN_REG_DWORD"};
 const wchar_t kSubkey[] = L"qorin_test_sub";
 
 bool keyExists() {
