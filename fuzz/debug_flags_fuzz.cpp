@@ -5,7 +5,7 @@
 // - for inputs up to 1 MB, the long inputs that broke the regex, that the
 //   work is linear: the input written twice in a row takes at most about
 //   twice the steps of the input once, and a short input repeated to some
-//   64 KB is held to the same rule.
+//   16 KB is held to the same rule.
 #include "debug/flag_settings_parser.h"
 #include "fuzz/regex_flag_settings.h"
 
@@ -21,7 +21,7 @@ using qorin::Debug::detail::parseFlagSettings;
 
 constexpr std::size_t kMaxInput = 1 << 20;
 constexpr std::size_t kMaxRegexInput = 400;
-constexpr std::size_t kRepeatedSize = 1 << 16;
+constexpr std::size_t kRepeatedSize = 1 << 14;
 
 void print(const char* title, const FlagSettings& settings) {
   std::fprintf(stderr, "%s:\n", title);
