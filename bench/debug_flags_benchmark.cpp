@@ -7,7 +7,7 @@
 #include <qorin/debug.h>
 
 #include "debug/flag_settings_parser.h"
-#include "tests/support/regex_flag_settings.h"
+#include "fuzz/regex_flag_settings.h"
 
 #include <benchmark/benchmark.h>
 

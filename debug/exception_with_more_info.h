@@ -8,8 +8,8 @@
 //   // catch (const std::out_of_range& e)     => e.what() == caught.what()
 //   // catch (const MoreInfoForException& e)  => e.fullMessage() == "m: " + caught.what()
 //
-// Only the standard types listed below are instantiated; rethrowMessage is
-// the one place that throws them.
+// Only the standard types of QORIN_STANDARD_EXCEPTIONS are instantiated;
+// rethrowMessage is the one place that throws them.
 #pragma once
 
 #include <qorin/debug.h>
@@ -35,26 +35,19 @@ class ExceptionWithMoreInfo : public T, public MoreInfoForException {
   }
 };
 
-extern template class ExceptionWithMoreInfo<std::exception>;
-extern template class ExceptionWithMoreInfo<std::logic_error>;
-extern template class ExceptionWithMoreInfo<std::invalid_argument>;
-extern template class ExceptionWithMoreInfo<std::domain_error>;
-extern template class ExceptionWithMoreInfo<std::length_error>;
-extern template class ExceptionWithMoreInfo<std::out_of_range>;
-extern template class ExceptionWithMoreInfo<std::future_error>;
-extern template class ExceptionWithMoreInfo<std::runtime_error>;
-extern template class ExceptionWithMoreInfo<std::range_error>;
-extern template class ExceptionWithMoreInfo<std::overflow_error>;
-extern template class ExceptionWithMoreInfo<std::underflow_error>;
-extern template class ExceptionWithMoreInfo<std::regex_error>;
-extern template class ExceptionWithMoreInfo<std::system_error>;
-extern template class ExceptionWithMoreInfo<std::ios_base::failure>;
-extern template class ExceptionWithMoreInfo<std::bad_typeid>;
-extern template class ExceptionWithMoreInfo<std::bad_cast>;
-extern template class ExceptionWithMoreInfo<std::bad_weak_ptr>;
-extern template class ExceptionWithMoreInfo<std::bad_function_call>;
-extern template class ExceptionWithMoreInfo<std::bad_array_new_length>;
-extern template class ExceptionWithMoreInfo<std::bad_alloc>;
-extern template class ExceptionWithMoreInfo<std::bad_exception>;
+// The standard exception types rethrowMessage recognises, each derived type
+// before its bases (ios_base::failure is a system_error, bad_array_new_length
+// a bad_alloc), std::exception last since every one of them is one.
+#define QORIN_STANDARD_EXCEPTIONS(X)                                                                  \
+  X(std::invalid_argument) X(std::domain_error) X(std::length_error) X(std::out_of_range)            \
+  X(std::future_error) X(std::logic_error) X(std::ios_base::failure) X(std::range_error)             \
+  X(std::overflow_error) X(std::underflow_error) X(std::regex_error) X(std::system_error)            \
+  X(std::runtime_error) X(std::bad_typeid) X(std::bad_cast) X(std::bad_weak_ptr)                     \
+  X(std::bad_function_call) X(std::bad_array_new_length) X(std::bad_alloc) X(std::bad_exception)     \
+  X(std::exception)
+
+#define QORIN_DECLARE_EXCEPTION_WITH_MORE_INFO(T) extern template class ExceptionWithMoreInfo<T>;
+QORIN_STANDARD_EXCEPTIONS(QORIN_DECLARE_EXCEPTION_WITH_MORE_INFO)
+#undef QORIN_DECLARE_EXCEPTION_WITH_MORE_INFO
 
 }  // namespace qorin

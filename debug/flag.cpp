@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <cstdlib>
 
 namespace qorin::Debug {
 
@@ -40,7 +39,7 @@ bool Flag::isString() const {
 double Flag::asNumber() const {
   Lock lock(mutex_);
   if (!set_) return 0.0;
-  return numeric_ ? numericValue_ : std::atof(stringValue_.c_str());
+  return numeric_ ? numericValue_ : detail::leadingNumber(stringValue_);
 }
 
 double Flag::numericValue() const { return asNumber(); }
@@ -112,7 +111,7 @@ void Flag::setSetInternal(bool on) {
 
 std::string Flag::asStringInternal() const {
   if (!set_) return {};
-  return numeric_ ? formatString("%.15g", numericValue_) : stringValue_;
+  return numeric_ ? detail::numberText(numericValue_, 15) : stringValue_;
 }
 
 }  // namespace qorin::Debug

@@ -2,7 +2,6 @@
 
 #include <qorin/env.h>
 
-#include <cstdlib>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
@@ -73,14 +72,13 @@ void FlagManager::applyInternal(Flag& flag) const {
   } else if (const auto text = quotedText(setting->second)) {
     flag.setStringValueInternal(std::string(*text));
   } else {
-    flag.setNumericValueInternal(std::atof(setting->second.c_str()));
+    flag.setNumericValueInternal(leadingNumber(setting->second));
   }
 }
 
 void FlagManager::dump() {
   std::lock_guard<std::mutex> lock(mutex_);
   std::ostringstream out;
-  out.imbue(std::cerr.getloc());
   out << "\n***** FlagManager settings:\n";
   for (const auto& [name, value] : settings_) out << "    \"" << name << "\" -> \"" << value << "\"\n";
   out << "\n***** Existing flags:\n";
@@ -90,7 +88,7 @@ void FlagManager::dump() {
     out << (flag->set_ ? "        is SET\n" : "        is NOT set\n");
     if (!flag->set_) continue;
     if (flag->numeric_) {
-      out << "        is numeric (" << flag->numericValue_ << ")\n";
+      out << "        is numeric (" << numberText(flag->numericValue_, 6) << ")\n";
     } else {
       out << "        is String (" << flag->asStringInternal() << ")\n";
     }

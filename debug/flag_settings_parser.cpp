@@ -1,5 +1,11 @@
 #include "debug/flag_settings_parser.h"
 
+#include "text/c_strtod.h"
+
+#include <qorin/text.h>
+
+#include <algorithm>
+
 namespace qorin::Debug::detail {
 
 namespace {
@@ -17,7 +23,10 @@ bool isNumberChar(char c) {
 
 class Matcher {
  public:
-  explicit Matcher(std::string_view text) : text_(text), lastLineBreak_(text.find_last_of("\r\n")) {}
+  explicit Matcher(std::string_view text)
+      : text_(text), lastLineBreak_(text.find_last_of("\r\n")), steps_(text.size()) {}
+
+  std::size_t steps() const { return steps_; }
 
   FlagSettings run() {
     FlagSettings settings;
@@ -30,7 +39,7 @@ class Matcher {
 
  private:
   std::size_t skipBlanks(std::size_t pos) const {
-    while (pos < text_.size() && isBlank(text_[pos])) ++pos;
+    while (pos < text_.size() && isBlank(look(pos))) ++pos;
     return pos;
   }
 
@@ -43,11 +52,11 @@ class Matcher {
     if (pos == text_.size()) return npos;
     const char first = text_[pos];
     if (isNumberChar(first)) {
-      while (pos < text_.size() && isNumberChar(text_[pos])) ++pos;
+      while (pos < text_.size() && isNumberChar(look(pos))) ++pos;
       return pos;
     }
     if (first != '"' && first != '\'') return npos;
-    const std::size_t close = text_.find(first, pos + 1);
+    const std::size_t close = find(first, pos + 1);
     return close == npos ? npos : close + 1;
   }
 
@@ -56,7 +65,7 @@ class Matcher {
   bool matchEntry(std::size_t& pos, FlagSettings& settings) const {
     const std::size_t nameStart = skipBlanks(pos);
     std::size_t at = nameStart;
-    while (at < text_.size() && isNameChar(text_[at])) ++at;
+    while (at < text_.size() && isNameChar(look(at))) ++at;
     if (at == nameStart) return false;
     const std::string_view name = text_.substr(nameStart, at - nameStart);
     std::string_view value = "1";
@@ -82,19 +91,36 @@ class Matcher {
   // The skip pattern: moves `pos` past the first comma when a non-empty rest
   // without line breaks follows it.
   bool matchSkip(std::size_t& pos) const {
-    const std::size_t comma = text_.find(',', pos);
+    const std::size_t comma = find(',', pos);
     if (comma == npos || comma + 1 == text_.size() || !dotsReachEnd(comma + 1)) return false;
     pos = comma + 1;
     return true;
   }
 
+  // Every character looked at counts as a step.
+  char look(std::size_t pos) const {
+    ++steps_;
+    return text_[pos];
+  }
+  std::size_t find(char c, std::size_t from) const {
+    const std::size_t found = text_.find(c, from);
+    steps_ += (found == npos ? text_.size() : found + 1) - std::min(from, text_.size());
+    return found;
+  }
+
   std::string_view text_;
   std::size_t lastLineBreak_;
+  mutable std::size_t steps_;
 };
 
 }  // namespace
 
-FlagSettings parseFlagSettings(std::string_view text) { return Matcher(text).run(); }
+FlagSettings parseFlagSettings(std::string_view text, std::size_t* steps) {
+  Matcher matcher(text);
+  FlagSettings settings = matcher.run();
+  if (steps != nullptr) *steps = matcher.steps();
+  return settings;
+}
 
 std::optional<std::string_view> quotedText(std::string_view value) {
   if (value.size() < 2) return std::nullopt;
@@ -104,5 +130,11 @@ std::optional<std::string_view> quotedText(std::string_view value) {
   if (inner.find_first_of("\r\n") != npos) return std::nullopt;
   return inner;
 }
+
+double leadingNumber(std::string_view text) {
+  return qorin::detail::strtod_c(text.data(), text.data() + text.size()).value;
+}
+
+std::string numberText(double value, int precision) { return fromDouble(value, general, precision, 0); }
 
 }  // namespace qorin::Debug::detail

@@ -35,11 +35,14 @@ namespace qorin::Debug::detail {
 // Setting name => value text as written (quotes included).
 using FlagSettings = std::unordered_map<std::string, std::string>;
 
+// `steps`, when not null, receives the work done: the length of the text
+// (the line-break search) plus every character the matcher looked at.
+//
 // Example:
 //   parseFlagSettings(" A = 1 ,b=\"x,y\",C")  => {A: "1", b: "\"x,y\"", C: "1"}
 //   parseFlagSettings("A=abc,B")              => {B: "1"}
 //   parseFlagSettings("A,B\nC")               => {}  (no rest can be matched)
-QORIN_EXPORT FlagSettings parseFlagSettings(std::string_view text);
+QORIN_EXPORT FlagSettings parseFlagSettings(std::string_view text, std::size_t* steps = nullptr);
 
 // The text inside the quotes when `value` is quoted whole with one kind of
 // quote and holds no line break; the quoted pattern's group 2.
@@ -48,5 +51,18 @@ QORIN_EXPORT FlagSettings parseFlagSettings(std::string_view text);
 //   quotedText("'a\"b'") => "a\"b"    quotedText("\"a'") => nullopt
 //   quotedText("2.5")    => nullopt
 QORIN_EXPORT std::optional<std::string_view> quotedText(std::string_view value);
+
+// The number `text` begins with, as atof reads it in the "C" locale whatever
+// the process's locale; 0 when none.
+//
+// Example:
+//   leadingNumber("2.5e1") => 25    leadingNumber("12ab") => 12    leadingNumber("ab") => 0
+double leadingNumber(std::string_view text);
+
+// `value` written as "%.<precision>g" writes it in the "C" locale.
+//
+// Example:
+//   numberText(0.5, 15) => "0.5"    numberText(1e20, 15) => "1e+20"
+std::string numberText(double value, int precision);
 
 }  // namespace qorin::Debug::detail

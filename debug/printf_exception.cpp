@@ -24,7 +24,7 @@ void detail::ensureDefaultReporter() {
 
 printfException::printfException() { setGlobalReporter(true); }
 
-printfException::~printfException() = default;
+printfException::~printfException() { uninstall(); }
 
 void printfException::reportException(const std::string& before, const std::string& after) {
   printCurrentException("Error: %s\n\n", before, after);

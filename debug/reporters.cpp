@@ -52,7 +52,11 @@ ExceptionReporterBase& ExceptionReporterBase::operator=(const ExceptionReporterB
   return *this;
 }
 
-ExceptionReporterBase::~ExceptionReporterBase() {
+ExceptionReporterBase::~ExceptionReporterBase() { uninstall(); }
+
+// Each list's mutex is held while a slot found in it runs, so taking both in
+// turn also waits for a report in progress.
+void ExceptionReporterBase::uninstall() {
   setGlobalReporter(false);
   std::lock_guard<std::mutex> lock(detail::threadReporterMutex());
   while (!threadStorages_.empty()) detachFromThreadInternal(threadStorages_.back());

@@ -3,6 +3,8 @@
 
 #include <qorin/debug.h>
 
+#include <exception>
+
 namespace qorin {
 namespace {
 
@@ -13,24 +15,14 @@ void throwIfA(const std::exception& caught, const std::string& message) {
   }
 }
 
-// Throws as the first of Candidates that `caught` is; returns if none.
-template <typename... Candidates>
-void throwAsFirstOf(const std::exception& caught, const std::string& message) {
-  (throwIfA<Candidates>(caught, message), ...);
-}
-
-// Derived types come before their bases: ios_base::failure is a
-// runtime_error (a system_error), bad_array_new_length is a bad_alloc.
+// Throws as the first type of the list that `caught` is; std::exception,
+// last, matches whatever got this far.
 [[noreturn]] void throwStandardWithMoreInfo(const std::exception& caught,
                                             const std::string& message) {
-  throwAsFirstOf<std::invalid_argument, std::domain_error, std::length_error, std::out_of_range,
-                 std::future_error, std::logic_error>(caught, message);
-  throwAsFirstOf<std::ios_base::failure>(caught, message);
-  throwAsFirstOf<std::range_error, std::overflow_error, std::underflow_error, std::regex_error,
-                 std::system_error, std::runtime_error>(caught, message);
-  throwAsFirstOf<std::bad_typeid, std::bad_cast, std::bad_weak_ptr, std::bad_function_call,
-                 std::bad_array_new_length, std::bad_alloc, std::bad_exception>(caught, message);
-  throw ExceptionWithMoreInfo<std::exception>(caught, message, caught.what());
+#define QORIN_THROW_IF_A(T) throwIfA<T>(caught, message);
+  QORIN_STANDARD_EXCEPTIONS(QORIN_THROW_IF_A)
+#undef QORIN_THROW_IF_A
+  std::terminate();
 }
 
 }  // namespace

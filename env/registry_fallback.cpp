@@ -13,20 +13,13 @@ namespace qorin {
 
 namespace {
 
-struct Slot {
-  detail::registry::Key key = nullptr;
-  bool open = false;
-};
-
 // Opened at most once per process and never released: lookups may come from
 // other objects' destructors at exit.
 struct RegistryFallback {
   std::mutex mutex;
   bool tried = false;
-  bool available = false;
-  // Only the first slot is ever opened (the installation's key); lookups walk
-  // both so that a second key needs no change to them.
-  Slot slots[2];
+  bool available = false;  // the installation's key is open
+  detail::registry::Key key = nullptr;
 };
 
 RegistryFallback& registry_fallback() {
@@ -34,7 +27,7 @@ RegistryFallback& registry_fallback() {
   return *fallback;
 }
 
-// The handles never change afterwards, so lookups read them without the lock.
+// The handle never changes afterwards, so lookups read it without the lock.
 void open_once(RegistryFallback& fallback) {
   std::lock_guard<std::mutex> lock(fallback.mutex);
   if (fallback.tried) return;
@@ -42,11 +35,8 @@ void open_once(RegistryFallback& fallback) {
   // Named after the built-in identity, whatever the host program renamed.
   const std::string path = "SOFTWARE\\Ambrosyn\\" + detail::default_product_name() + "\\" +
                            detail::default_product_version() + "\\qoenv";
-  Slot& first = fallback.slots[0];
-  first.open = detail::registry::open_key(RegistryRoot::local_machine, path, &first.key) ==
-               detail::registry::kSuccess;
-  fallback.available = first.open;
-  fallback.slots[1].open = false;
+  fallback.available = detail::registry::open_key(RegistryRoot::local_machine, path, &fallback.key) ==
+                       detail::registry::kSuccess;
 }
 
 }  // namespace
@@ -55,17 +45,13 @@ bool getenv_from_registry_only(const std::string& name, std::string* value) {
   RegistryFallback& fallback = registry_fallback();
   open_once(fallback);
   if (!fallback.available) return false;
-  for (const Slot& slot : fallback.slots) {
-    if (!slot.open) continue;
-    detail::registry::Value raw;
-    if (detail::registry::query_value(slot.key, name, &raw) != detail::registry::kSuccess) continue;
-    std::u16string text = detail::registry::value_text(raw);
-    // Only the first line of a value is the setting.
-    text.resize(std::min(text.find_first_of(u"\r\n"), text.size()));
-    *value = toKString(text);
-    return true;
-  }
-  return false;
+  detail::registry::Value raw;
+  if (detail::registry::query_value(fallback.key, name, &raw) != detail::registry::kSuccess) return false;
+  std::u16string text = detail::registry::value_text(raw);
+  // Only the first line of a value is the setting.
+  text.resize(std::min(text.find_first_of(u"\r\n"), text.size()));
+  *value = toKString(text);
+  return true;
 }
 
 bool getenv_check_registry_kstring_allow_empty(const std::string& name, std::string* value) {

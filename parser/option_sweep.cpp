@@ -2,24 +2,13 @@
 // option body's words and written back in canonical form.
 #include <qorin/parser.h>
 
+#include "units/percent_unit.h"
+
 #include <string_view>
 
 namespace qorin::parser {
 
 namespace {
-
-// The percent quantity is catalogue entry 17, if it holds a "%" unit.
-const units::UnitType* percent_type() {
-  static const units::UnitType* const type = [] {
-    const auto& all = units::get_all_units();
-    if (all.size() <= 17) return static_cast<const units::UnitType*>(nullptr);
-    for (const auto& multiplier : all[17].multipliers()) {
-      if (multiplier.unit_name() == "%") return &all[17];
-    }
-    return static_cast<const units::UnitType*>(nullptr);
-  }();
-  return type;
-}
 
 // Runs of ' ' separate words; tabs belong to words.
 std::vector<std::string> split_words(const std::string& text, std::size_t begin, std::size_t end) {
@@ -77,7 +66,7 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
     }
     // Any other word count leaves start as it was and still picks the form
     // from its unit: older files depend on this.
-    const units::UnitType* percent = percent_type();
+    const units::UnitType* percent = units::detail::percent_unit().type();
     sweep_type_ = percent != nullptr && start_.unit_type() == percent ? sweep_percent_delta : sweep_delta;
     return;
   }

@@ -1,5 +1,6 @@
 // Reading a typed value: splitting off its unit suffix and looking up unit words.
 #include "parser/value_forms.h"
+#include "units/percent_unit.h"
 
 #include <qorin/parser.h>
 
@@ -8,14 +9,9 @@ namespace qorin::parser {
 using units::UnitAndMultiplier;
 using units::UnitMultiplier;
 using units::UnitType;
+using units::detail::percent_unit;
 
 namespace {
-
-const UnitAndMultiplier& percent_unit() {
-  static const UnitAndMultiplier percent =
-      units::find_unit_of_type(units::get_legacy_unit(DM_UNIT_PERCENT), "%");
-  return percent;
-}
 
 bool is_power(const UnitType* type) {
   return type != nullptr && type->get_legacy_type() == DM_UNIT_POWER;

@@ -31,6 +31,14 @@
 #include <string>
 #include <vector>
 
+// MinGW's libstdc++ selects the C99 printf, which GCC calls gnu_printf there;
+// plain printf would mean the Microsoft runtime's rules.
+#if defined(__MINGW32__)
+#define QORIN_PRINTF_FORMAT(format_index, first_arg) __attribute__((format(gnu_printf, format_index, first_arg)))
+#else
+#define QORIN_PRINTF_FORMAT(format_index, first_arg) __attribute__((format(printf, format_index, first_arg)))
+#endif
+
 namespace qorin {
 
 // ===========================================================================
@@ -117,8 +125,20 @@ class ThreadReporterStorage;
 // The slots run with the reporter lists' lock held: a slot must not install,
 // remove or destroy reporters. An exception thrown by a slot propagates to
 // the caller of reportException.
+//
+// A derived reporter that other threads may report to calls uninstall()
+// first in its destructor: the base destructor runs after the derived part
+// is gone, and a report reaching the reporter in between would find only
+// the abstract base.
+//
+// Example:
+//   struct LogReporter : qorin::ExceptionReporterBase {
+//     ~LogReporter() override { uninstall(); }
+//     ...
+//   };
 class QORIN_EXPORT ExceptionReporterBase {
  public:
+  // Calls uninstall(), too late for a reporter that other threads use.
   virtual ~ExceptionReporterBase();
   virtual void reportException(const std::string& before, const std::string& after) = 0;
   virtual void exceptionAsWarning(const std::string& before, const std::string& after) = 0;
@@ -134,6 +154,12 @@ class QORIN_EXPORT ExceptionReporterBase {
   // Installs or removes this reporter for the calling thread only. Installing
   // one already installed for this thread does not move it.
   void setThreadReporter(bool on);
+
+ protected:
+  // Removes this reporter from the global list and from every thread's list,
+  // after waiting for any of its slots that is running; no report reaches it
+  // afterwards. Safe to call more than once.
+  void uninstall();
 
  private:
   friend class ThreadReporterStorage;
@@ -279,14 +305,16 @@ class QORIN_EXPORT Flag {
   bool isNumeric() const;
   bool isString() const;
 
-  // 0 when not set; the number; or the text's leading number (atof).
+  // 0 when not set; the number; or the text's leading number, read as atof
+  // reads it in the "C" locale whatever the process's locale.
   // Example: "12ab" => 12, "ab" => 0
   double asNumber() const;
   double numericValue() const;
   // asNumber() truncated toward zero (clamped to the int range).
   // Example: 2.9 => 2, -2.9 => -2
   int asInteger() const;
-  // "" when not set; a number written with "%.15g"; or the text.
+  // "" when not set; a number written as "%.15g" writes it in the "C"
+  // locale; or the text.
   // Example: 0.1 => "0.1", 1e20 => "1e+20"
   std::string asString() const;
   const std::string stringValue() const;
@@ -339,11 +367,12 @@ class QORIN_EXPORT Flag {
   std::atomic<bool> setCopy_{false};
 };
 
-// printf into a string of any length; never truncates.
+// printf into a string of any length; never truncates. The compiler checks
+// the arguments against the format.
 // Throws std::runtime_error when the format cannot be applied.
 //
 // Example:
 //   formatString("%s=%.15g", "x", 0.1) => "x=0.1"
-QORIN_EXPORT std::string formatString(const char* format, ...);
+QORIN_EXPORT std::string formatString(const char* format, ...) QORIN_PRINTF_FORMAT(1, 2);
 
 }  // namespace qorin::Debug

@@ -1,7 +1,11 @@
-// The installation's registry key, created here before the first lookup of
-// the process. The tests run in order in one process; the last one spoils
-// the fallback's handle on purpose.
+// The fallback reads only the installation's own key, so the tests write
+// there, but only values named QORIN_REG_* and the subkey qorin_test_sub,
+// which they remove again; they never expect the key to hold nothing else.
+// The tests run in order in one process, the first lookup after the values
+// exist; the last one replaces the key under the fallback's handle, and only
+// when these tests created the key.
 #include <qorin/env.h>
+#include <qorin/text.h>
 
 #include "platform/win32_api.h"
 #include "support/scoped_environment.h"
@@ -29,12 +33,22 @@ void setValue(HKEY key, const wchar_t* name, DWORD type, const void* data, std::
             ERROR_SUCCESS);
 }
 
-void createKey(const std::wstring& plain) {
+const std::vector<std::string> kValueNames = {"QORIN_REG_PLAIN", "QORIN_REG_LF",       "QORIN_REG_CR",
+                                              "QORIN_REG_LONG",  "QORIN_REG_SHADOWED", "QORIN_REG_EXPAND",
+                                              "QORIN_REG_DWORD"};
+const wchar_t kSubkey[] = L"qorin_test_sub";
+
+bool keyExists() {
+  qorin::win32::UniqueRegKey key;
+  return ::RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKeyPath, 0, KEY_READ, key.out()) == ERROR_SUCCESS;
+}
+
+void writeValues(const std::wstring& plain) {
   qorin::win32::UniqueRegKey key;
   qorin::win32::UniqueRegKey sub;
   ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKeyPath, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, key.out(), nullptr),
             ERROR_SUCCESS);
-  ASSERT_EQ(::RegCreateKeyExW(key.get(), L"sub", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, sub.out(), nullptr),
+  ASSERT_EQ(::RegCreateKeyExW(key.get(), kSubkey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, sub.out(), nullptr),
             ERROR_SUCCESS);
   const std::pair<const wchar_t*, std::wstring> texts[] = {
       {L"QORIN_REG_PLAIN", plain}, {L"QORIN_REG_LF", L"first\nsecond"}, {L"QORIN_REG_CR", L"\rall cut"},
@@ -50,8 +64,31 @@ void createKey(const std::wstring& plain) {
 
 class RegistryTest : public ::testing::Test {
  protected:
-  static void SetUpTestSuite() { createKey(L"C:\\data\r\nrest"); }
+  static void SetUpTestSuite() {
+    createdKey = !keyExists();
+    writeValues(L"C:\\data\r\nrest");
+  }
+  static void TearDownTestSuite() {
+    if (createdKey) {
+      ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKeyPath);
+      return;
+    }
+    qorin::win32::UniqueRegKey key;
+    if (::RegOpenKeyExW(HKEY_LOCAL_MACHINE, kKeyPath, 0, KEY_ALL_ACCESS, key.out()) != ERROR_SUCCESS) return;
+    for (const std::string& name : kValueNames) ::RegDeleteValueW(key.get(), qorin::toWString(name).c_str());
+    ::RegDeleteTreeW(key.get(), kSubkey);
+  }
+  static bool createdKey;
 };
+
+bool RegistryTest::createdKey = false;
+
+// Whether every one of `wanted` is among `names`.
+bool containsAll(std::vector<std::string> names, std::vector<std::string> wanted) {
+  std::sort(names.begin(), names.end());
+  std::sort(wanted.begin(), wanted.end());
+  return std::includes(names.begin(), names.end(), wanted.begin(), wanted.end());
+}
 
 TEST_F(RegistryTest, FallbackValuesAreCutAtTheFirstLineBreak) {
   struct Case { const char* name; std::string expected; };
@@ -86,11 +123,9 @@ TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
   EXPECT_EQ(key.get_string("QORIN_REG_LONG"), kLongValue);
   EXPECT_EQ(key.get_string("QORIN_REG_EXPAND"), "%TEMP%\\x");
   EXPECT_EQ(key.get_dword("QORIN_REG_DWORD"), 42u);
-  EXPECT_EQ(key.subkey_names(), std::vector<std::string>{"sub"});
-  std::vector<std::string> names = key.value_names();
-  std::sort(names.begin(), names.end());
-  EXPECT_EQ(names, (std::vector<std::string>{"QORIN_REG_CR", "QORIN_REG_DWORD", "QORIN_REG_EXPAND", "QORIN_REG_LF",
-                                             "QORIN_REG_LONG", "QORIN_REG_PLAIN", "QORIN_REG_SHADOWED"}));
+  EXPECT_TRUE(containsAll(key.subkey_names(), {"qorin_test_sub"}));
+  EXPECT_TRUE(containsAll(key.value_names(), kValueNames));
+  EXPECT_FALSE(containsAll(key.value_names(), {"QORIN_REG_MISSING"}));
   RegistryKey moved = std::move(key);
   EXPECT_EQ(moved.full_path(), kFullPath);
   EXPECT_THROW(moved.get_dword("QORIN_REG_PLAIN"), qorin::RegistryError);
@@ -105,14 +140,14 @@ TEST_F(RegistryTest, KeyReadsTypedValuesAndNames) {
 
 // Last: replaces the key under the fallback's open handle.
 TEST_F(RegistryTest, FallbackKeyIsOpenedOnce) {
+  if (!createdKey) GTEST_SKIP() << "the installation's key existed before: it is not replaced";
   std::string value;
   ASSERT_TRUE(qorin::getenv_from_registry_only("QORIN_REG_PLAIN", &value));
   ASSERT_EQ(::RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKeyPath), ERROR_SUCCESS);
-  createKey(L"changed");
+  writeValues(L"changed");
   value.clear();
   qorin::getenv_from_registry_only("QORIN_REG_PLAIN", &value);
   EXPECT_NE(value, "changed");
-  createKey(L"C:\\data\r\nrest");
 }
 
 }  // namespace

@@ -18,6 +18,9 @@
 namespace qorin::testing {
 
 struct RecordingReporter : ExceptionReporterBase {
+  RecordingReporter() = default;
+  RecordingReporter(const RecordingReporter&) = default;
+  ~RecordingReporter() override { uninstall(); }
   void reportException(const std::string& before, const std::string& after) override {
     lines.push_back("error: " + getExceptionMessage(before, after));
   }

@@ -2,44 +2,18 @@
 // number text must not notice.
 #include <qorin/text.h>
 
+#include "support/comma_locale.h"
+
 #include <gtest/gtest.h>
 
-#include <clocale>
-#include <cstdio>
 #include <cstdlib>
-#include <locale>
-#include <stdexcept>
 #include <string>
 
 namespace {
 
-// Switches the C runtime and the C++ global locale (which streams copy) to
-// the first German locale the platform knows, and back.
-struct CommaLocale {
-  std::string saved_c = std::setlocale(LC_ALL, nullptr);
-  std::locale saved_cpp;
-  CommaLocale() {
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "German_Germany.1252", "German"}) {
-      if (!std::setlocale(LC_ALL, name)) continue;
-      try {
-        std::locale::global(std::locale(name));
-      } catch (const std::runtime_error&) {
-        // libstdc++ on Windows knows only "C"; the C runtime's switch still counts.
-      }
-      break;
-    }
-  }
-  ~CommaLocale() {
-    std::locale::global(saved_cpp);
-    std::setlocale(LC_ALL, saved_c.c_str());
-  }
-};
-
 TEST(NumberLocale, CommaDecimalLocaleChangesNothing) {
-  CommaLocale german;
-  char runtime_text[16];
-  std::snprintf(runtime_text, sizeof runtime_text, "%g", 1.5);
-  if (std::string(runtime_text) != "1,5") GTEST_SKIP() << "no comma-decimal locale (./scripts/bootstrap makes one)";
+  qorin::testing::CommaLocale german;
+  if (!german.active()) GTEST_SKIP() << "no comma-decimal locale (./scripts/bootstrap makes one)";
   EXPECT_EQ(std::strtod("1.5", nullptr), 1.0);  // what must not leak in
 
   EXPECT_EQ(qorin::toDouble_nothrow("1.5"), 1.5);

@@ -51,12 +51,6 @@ TEST(Ordinal, TeensAndSigns) {
   for (const Case& c : cases) EXPECT_EQ(qorin::convert_number_to_ordinal(c.n), c.expected) << c.n;
 }
 
-TEST(Padding, AlignsWithoutEverTruncating) {
-  struct Case { const char* text; int width; const char* expected; };
-  const Case cases[] = {{"ab", 0, "ab"}, {"ab", 4, "  ab"}, {"ab", -4, "ab  "}, {"abc", 2, "abc"}, {"", -2, "  "}};
-  for (const Case& c : cases) EXPECT_EQ(qorin::padString(c.text, c.width), c.expected) << c.text << " / " << c.width;
-}
-
 TEST(NaturalOrder, LessThanTable) {
   struct Case { std::string a, b; bool less; };
   const Case cases[] = {

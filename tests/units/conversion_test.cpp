@@ -1,5 +1,7 @@
 #include <qorin/units.h>
 
+#include "support/thrown_message.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -51,14 +53,7 @@ TEST(UnitConversion, NullUnitsThrowPlainRuntimeErrors) {
   const std::string from_null = "Cannot convert parameter value from null units to mks units.";
   const std::string to_null = "Cannot convert parameter value from mks units to null units.";
   double r = 0;
-  const auto error_of = [](auto call) -> std::string {
-    try {
-      call();
-    } catch (const std::runtime_error& e) {
-      return e.what();
-    }
-    return "(no exception)";
-  };
+  const auto error_of = [](auto call) { return qorin::testing::thrown_message<std::runtime_error>(call); };
   EXPECT_EQ(error_of([] { convert_parm_value_to_mks_units(1.0, {find_unit_type("freq"), nullptr}); }), from_null);
   EXPECT_EQ(error_of([&] { convert_parm_value_from_mks_units(1.0, {}, &r); }), to_null);
   EXPECT_EQ(error_of([&] { convert_parm_value_units(1.0, find_unit("Hz"), &r, {}); }), to_null);
