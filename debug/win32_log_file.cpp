@@ -1,0 +1,52 @@
+// Windows only: log files through the C runtime's wide open and low-level
+// write, local time by _localtime64_s.
+#include "debug/log_file.h"
+
+#include <qorin/text.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+namespace qorin::Debug::detail {
+
+int openLogFile(const std::string& utf8Name) {
+  std::wstring name;
+  try {
+    name = toWString(utf8Name);
+  } catch (...) {
+    errno = EINVAL;
+    return -1;
+  }
+  // The runtime rejects permission bits other than these two.
+  return ::_wopen(name.c_str(), _O_WRONLY | _O_APPEND | _O_CREAT | _O_NOINHERIT | _O_BINARY,
+                  _S_IREAD | _S_IWRITE);
+}
+
+bool writeLogFile(int fd, const char* data, std::size_t size) {
+  while (size > 0) {
+    // _write takes an unsigned int count.
+    const unsigned chunk = size > 0x40000000u ? 0x40000000u : static_cast<unsigned>(size);
+    const int written = ::_write(fd, data, chunk);
+    if (written < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    data += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+void closeLogFile(int fd) {
+  while (::_close(fd) != 0 && errno == EINTR) {
+  }
+}
+
+bool localTime(long long seconds, std::tm& out) {
+  const __time64_t time = seconds;
+  return ::_localtime64_s(&out, &time) == 0;
+}
+
+}  // namespace qorin::Debug::detail
