@@ -4,6 +4,10 @@
 //
 // Example (limit 4):
 //   feed("ab\r\ncdefg")  => delivers "ab\n", "cdef"; "g" waits for more
+//
+// Note: feed() writes into `data`: a line that lies whole in it is handed
+// over in place, its end marked with a zero byte, so `data` needs one byte
+// of room past `size`.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +18,10 @@ namespace qorin::Debug::detail {
 
 class LineAssembler {
  public:
-  using Deliver = std::function<void(const std::string& line)>;
+  using Deliver = std::function<void(const char* line)>;
   explicit LineAssembler(std::size_t maxLength) : maxLength_(maxLength) { line_.reserve(maxLength); }
 
-  void feed(const char* data, std::size_t size, const Deliver& deliver);
+  void feed(char* data, std::size_t size, const Deliver& deliver);
   // Lets go of an unfinished last line, if any.
   void flush(const Deliver& deliver);
 

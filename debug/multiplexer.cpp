@@ -210,10 +210,12 @@ void Multiplexer::logMsgInternal(MessageType type, const char* message, bool onl
   }
   std::lock_guard<std::mutex> lock(mutex_);
   if (onlyWhenEnabled && !enabled_) return;
-  std::string line;
+  // One buffer for every line: the lock is held, and a log line is written
+  // far more often than the multiplexer is created.
+  std::string& line = lineBuffer_;
+  line.clear();
   if (wantStamp && (seconds == stampSeconds_ || detail::formatLocalSeconds(seconds, stampText_))) {
     stampSeconds_ = seconds;
-    line.reserve(64 + prefix_.size() + std::char_traits<char>::length(message));
     line = stampText_;
     line += '.';
     detail::appendDigits(line, micros, 6);
@@ -227,14 +229,15 @@ void Multiplexer::logMsgInternal(MessageType type, const char* message, bool onl
     line += detail::threadIdentifier();
     line += ": ";
   }
-  line += message;
+  const bool decorated = !line.empty();
+  if (decorated) line += message;
   if (!enabled_) {
     std::FILE* stream = type == STD_MSG ? stdout : stderr;
     std::fputs(message, stream);
     std::fflush(stream);
     return;
   }
-  const char* text = line.empty() ? message : line.c_str();
+  const char* text = decorated ? line.c_str() : message;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     const std::shared_ptr<OutputHandler> handler = outputs_[i];
     if (handler->valid()) handler->logMsg(type, text, message);

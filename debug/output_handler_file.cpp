@@ -57,13 +57,11 @@ void OutputHandlerFile::logMsg(MessageType type, const char* line, const char*) 
   }
   // One write for letter and line: two would let another process's line in
   // between.
-  std::string text;
-  const std::size_t length = std::char_traits<char>::length(line);
-  text.reserve(length + 2);
-  text += kTypeLetters[type >= STD_MSG && type <= LOG_MSG ? type : LOG_MSG];
-  text += ':';
-  text.append(line, length);
-  detail::writeLogFile(fd_, text.data(), text.size());
+  buffer_.clear();
+  buffer_ += kTypeLetters[type >= STD_MSG && type <= LOG_MSG ? type : LOG_MSG];
+  buffer_ += ':';
+  buffer_ += line;
+  detail::writeLogFile(fd_, buffer_.data(), buffer_.size());
 }
 
 }  // namespace qorin::Debug

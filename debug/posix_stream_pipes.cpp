@@ -40,7 +40,8 @@ struct StreamPipes::Impl {
     int fds[2];
     if (!makePipe(fds, true)) throw std::runtime_error(failure);
 #ifdef F_SETPIPE_SZ
-    ::fcntl(fds[1], F_SETPIPE_SZ, pipeSize);
+    // Asked for, never shrunk: Linux's default is larger.
+    if (::fcntl(fds[1], F_GETPIPE_SZ) < pipeSize) ::fcntl(fds[1], F_SETPIPE_SZ, pipeSize);
 #else
     (void)pipeSize;
 #endif

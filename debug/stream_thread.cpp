@@ -41,12 +41,13 @@ Logger::Drain Logger::drainStreams(bool untilPaused) {
     // that follows it.
     bool gotSome = false;
     for (StandardStream stream : {detail::kStandardError, detail::kStandardOutput}) {
-      const long got = state.pipes->readWaiting(stream, state.readBuffer.data(), state.readBuffer.size());
+      // One byte stays free for the line assembler's end mark.
+      const long got = state.pipes->readWaiting(stream, state.readBuffer.data(), state.readBuffer.size() - 1);
       if (got < 0) return Drain::failed;
       if (got == 0) continue;
       const MessageType type = lineType(stream);
       state.lines[stream].feed(state.readBuffer.data(), static_cast<std::size_t>(got),
-                               [&](const std::string& line) { mux.logMsgInternal(type, line.c_str(), true); });
+                               [&](const char* line) { mux.logMsgInternal(type, line, true); });
       gotSome = true;
       break;
     }
@@ -59,7 +60,7 @@ void Logger::flushStreamLines() {
   Multiplexer& mux = getInstance().multiplexer_;
   for (StandardStream stream : {detail::kStandardError, detail::kStandardOutput}) {
     const MessageType type = lineType(stream);
-    state.lines[stream].flush([&](const std::string& line) { mux.logMsgInternal(type, line.c_str(), true); });
+    state.lines[stream].flush([&](const char* line) { mux.logMsgInternal(type, line, true); });
   }
 }
 

@@ -18,7 +18,8 @@ namespace {
 
 constexpr DWORD kStdHandles[] = {STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
 constexpr int kDescriptors[] = {1, 2};
-// Between peeks: bounds the delay of a line that arrives while idle.
+// Between peeks while idle: bounds the delay of a line that arrives then.
+// After a read the reader only yields, so a steady writer never waits on it.
 constexpr DWORD kPeekIntervalMs = 5;
 
 // A handle that can be handed out again: null and INVALID_HANDLE_VALUE are not.
@@ -57,6 +58,7 @@ struct StreamPipes::Impl {
   int writeDescriptor[2] = {-1, -1};  // owns the pipe's write end
   bool intercepted[2] = {false, false};
   bool drained[2] = {false, false};
+  bool readSinceWait = false;
   win32::UniqueHandle wakeEvent;
 
   void intercept(StandardStream stream, int pipeSize, const char* failure) {
@@ -109,10 +111,18 @@ long StreamPipes::readWaiting(StandardStream stream, char* buffer, std::size_t s
   DWORD got = 0;
   const DWORD want = waiting < size ? waiting : static_cast<DWORD>(size);
   if (!::ReadFile(read, buffer, want, &got, nullptr)) return -1;
+  impl_->readSinceWait = impl_->readSinceWait || got > 0;
   return static_cast<long>(got);
 }
 
-void StreamPipes::waitForData() { ::WaitForSingleObject(impl_->wakeEvent.get(), kPeekIntervalMs); }
+void StreamPipes::waitForData() {
+  if (impl_->readSinceWait) {
+    impl_->readSinceWait = false;
+    ::SwitchToThread();
+    return;
+  }
+  ::WaitForSingleObject(impl_->wakeEvent.get(), kPeekIntervalMs);
+}
 
 void StreamPipes::wake() { ::SetEvent(impl_->wakeEvent.get()); }
 

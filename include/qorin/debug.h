@@ -397,6 +397,7 @@ class QORIN_EXPORT OutputHandlerFile : public OutputHandler {
   std::mutex mutex_;
   std::string filename_;
   int fd_ = -1;
+  std::string buffer_;  // the text of one write, kept to spare an allocation per line
 };
 
 // Decorates each message into a log line and hands it to every output, in
@@ -496,6 +497,7 @@ class QORIN_EXPORT Multiplexer {
   // kept for the lines of the same second.
   long long stampSeconds_ = -1;
   std::string stampText_;
+  std::string lineBuffer_;
 };
 
 // The logger's flags (see Flag), each created on first call.

@@ -17,10 +17,11 @@ using qorin::testing::interceptStreams;
 using InterceptionConcurrency = qorin::testing::InterceptionTest;
 
 // Checks lines "w<writer> <index> <padding>\n" as they arrive: each writer's
-// lines exactly once, in order, untorn, with the type of its stream.
+// lines exactly once, in order, untorn, with the type of its stream (only
+// `errorWriter` writes standard error lines).
 class SequenceCheck : public OutputHandler {
  public:
-  explicit SequenceCheck(int writers) : next_(static_cast<std::size_t>(writers), 0) {}
+  SequenceCheck(int writers, int errorWriter) : next_(static_cast<std::size_t>(writers), 0), errorWriter_(errorWriter) {}
   void logMsg(MessageType type, const char* line, const char*) override {
     int writer = -1;
     int index = -1;
@@ -28,7 +29,7 @@ class SequenceCheck : public OutputHandler {
     const std::size_t length = std::strlen(line);
     if (std::sscanf(line, "w%d %d %n", &writer, &index, &used) != 2 || writer < 0 ||
         writer >= static_cast<int>(next_.size()) || index != next_[writer] || length != kLineLength ||
-        line[length - 1] != '\n' || type != (writer >= 2 ? ERR_MSG : STD_MSG)) {
+        line[length - 1] != '\n' || type != (writer == errorWriter_ ? ERR_MSG : STD_MSG)) {
       if (complaint_.size() < 2000) complaint_ += std::to_string(type) + "|" + line + "\n";
       return;
     }
@@ -42,7 +43,7 @@ class SequenceCheck : public OutputHandler {
     return text;
   }
 
-  static constexpr std::size_t kLineLength = 40;
+  static constexpr std::size_t kLineLength = 24;
   static std::string line(int writer, int index) {
     char text[kLineLength + 1];
     std::snprintf(text, sizeof text, "w%d %d ", writer, index);
@@ -53,6 +54,7 @@ class SequenceCheck : public OutputHandler {
 
  private:
   std::vector<int> next_;
+  int errorWriter_;
   std::string complaint_;
 };
 
@@ -60,14 +62,16 @@ TEST_F(InterceptionConcurrency, FourWritersEveryLineOnceInOrder) {
   EXPECT_IN_CHILD([] {
     constexpr int kLines = 25000;
     qorinCoreLogStreamDoublePipeFlag().setNumericValue(1);
-    auto check = std::make_shared<SequenceCheck>(4);
+    auto check = std::make_shared<SequenceCheck>(4, 0);
     Logger::getInstance().multiplexer().addOutput(check);
     interceptStreams(true);
-    // Writers 0 and 1 share standard output through the C stream, 2 and 3
-    // share the raw standard error descriptor.
+    // Writer 0 has standard error to itself: MinGW's printf writes a byte at
+    // a time, which any other writer would tear. Writers 1 to 3 share
+    // standard output, one through the C++ stream, two through the raw
+    // descriptor.
     std::vector<std::thread> writers;
     writers.emplace_back([] {
-      for (int i = 0; i < kLines; ++i) std::printf("%s", SequenceCheck::line(0, i).c_str());
+      for (int i = 0; i < kLines; ++i) std::fprintf(stderr, "%s", SequenceCheck::line(0, i).c_str());
     });
     writers.emplace_back([] {
       for (int i = 0; i < kLines; ++i) std::cout << SequenceCheck::line(1, i);
@@ -76,7 +80,7 @@ TEST_F(InterceptionConcurrency, FourWritersEveryLineOnceInOrder) {
       writers.emplace_back([w] {
         for (int i = 0; i < kLines; ++i) {
           const std::string text = SequenceCheck::line(w, i);
-          if (::write(2, text.data(), static_cast<unsigned>(text.size())) != static_cast<int>(text.size())) return;
+          if (::write(1, text.data(), static_cast<unsigned>(text.size())) != static_cast<int>(text.size())) return;
         }
       });
     }
@@ -102,7 +106,7 @@ TEST_F(InterceptionConcurrency, SyncCoversEveryWriteBeforeIt) {
 TEST_F(InterceptionConcurrency, HundredMegabytesThroughAPausedLogger) {
   EXPECT_IN_CHILD([] {
     constexpr int kLines = 100 * 1000 * 1000 / SequenceCheck::kLineLength;
-    auto check = std::make_shared<SequenceCheck>(1);
+    auto check = std::make_shared<SequenceCheck>(1, -1);
     Logger::getInstance().multiplexer().addOutput(check);
     interceptStreams(true, false);
     std::thread writer([] {

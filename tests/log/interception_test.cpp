@@ -6,6 +6,7 @@
 #include "support/stream_capture.h"
 #include "support/temporary_file_name.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -71,7 +72,8 @@ TEST_F(Interception, ShutdownDeliversTheRestAndRestoresTheStreamsOnce) {
     Logger::shutdown();
     Logger::waitForStreamSync();
     std::fputs("after\n", stdout);
-    const std::string shown = screen.release();
+    std::string shown = screen.release();
+    shown.erase(std::remove(shown.begin(), shown.end(), '\r'), shown.end());  // Windows text mode
     return expectLines(output->lines(), {"0|line\n", "0|unfinished"}) +
            (shown == "after\n" ? "" : "screen: " + shown + "\n") +
            (Logger::threadingAlreadyInitialized() ? "still intercepting\n" : "");
