@@ -13,8 +13,14 @@ namespace qorin::Debug::detail {
 // processes. Returns the descriptor, or -1 with errno set.
 int openLogFile(const std::string& utf8Name);
 
+// One low-level write: the count written, or -1 with errno set.
+long writeSome(int fd, const char* data, std::size_t size);
+
+// One low-level close: 0, or -1 with errno set.
+int closeOnce(int fd);
+
 // Writes all of `size` bytes, retrying short and interrupted writes; false on
-// failure.
+// failure. (log_file.cpp, for both platforms.)
 bool writeLogFile(int fd, const char* data, std::size_t size);
 
 // Closes a descriptor, retrying when a signal interrupts the close.

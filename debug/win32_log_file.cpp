@@ -24,25 +24,12 @@ int openLogFile(const std::string& utf8Name) {
                   _S_IREAD | _S_IWRITE);
 }
 
-bool writeLogFile(int fd, const char* data, std::size_t size) {
-  while (size > 0) {
-    // _write takes an unsigned int count.
-    const unsigned chunk = size > 0x40000000u ? 0x40000000u : static_cast<unsigned>(size);
-    const int written = ::_write(fd, data, chunk);
-    if (written < 0) {
-      if (errno == EINTR) continue;
-      return false;
-    }
-    data += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return true;
+long writeSome(int fd, const char* data, std::size_t size) {
+  // _write takes an unsigned count; the caller writes the rest.
+  return ::_write(fd, data, size > 0x40000000u ? 0x40000000u : static_cast<unsigned>(size));
 }
 
-void closeLogFile(int fd) {
-  while (::_close(fd) != 0 && errno == EINTR) {
-  }
-}
+int closeOnce(int fd) { return ::_close(fd); }
 
 bool localTime(long long seconds, std::tm& out) {
   const __time64_t time = seconds;

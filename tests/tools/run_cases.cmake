@@ -17,7 +17,7 @@ qorin_tool_test(run_mirrors_the_child
 qorin_tool_test(run_passes_the_exit_status
   ARGS run --double-pipe -- ${qorin_child} no-such-command
   STATUS 2
-  STDERR "no-such-command")
+  STDERR "A subcommand is required")
 qorin_tool_test(log_without_a_file
   ARGS log --prefix p "to stderr"
   STDERR "^to stderr\n$")
