@@ -1,5 +1,6 @@
 // Diagnostics: exceptions that carry context, the reporters that print them,
-// and debug flags set from the environment variable _QDX_DEBUG_FLAGS.
+// debug flags set from the environment variable _QDX_DEBUG_FLAGS, the log
+// multiplexer and the logger service that can intercept standard streams.
 //
 // Exceptions carry a chain of context messages ("outer: inner"); catch blocks
 // add context with rethrowMessage and top-level code hands the exception in
@@ -26,7 +27,9 @@
 #include <qorin/export.h>
 
 #include <atomic>
+#include <cstdarg>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -374,5 +377,281 @@ class QORIN_EXPORT Flag {
 // Example:
 //   formatString("%s=%.15g", "x", 0.1) => "x=0.1"
 QORIN_EXPORT std::string formatString(const char* format, ...) QORIN_PRINTF_FORMAT(1, 2);
+
+}  // namespace qorin::Debug
+
+// ===========================================================================
+// Log multiplexer and output handlers
+// ===========================================================================
+
+namespace qorin::Debug {
+
+// Where a message came from; the letter is what a log file shows before ':'.
+enum MessageType : int {
+  STD_MSG = 0,  // standard output, 's'
+  ERR_MSG = 1,  // standard error, 'e'
+  LOG_MSG = 2,  // the program's own log messages, 'l'
+};
+
+// One output of a Multiplexer. Handlers are called with the multiplexer's
+// lock held, one message at a time; a handler must not call back into it.
+class QORIN_EXPORT OutputHandler {
+ public:
+  virtual bool valid() { return true; }
+  // `line` is the decorated line, `message` the text as logged; both carry
+  // their own line feed when the caller gave one.
+  virtual void logMsg(MessageType type, const char* line, const char* message) = 0;
+  virtual bool close() { return true; }
+  virtual ~OutputHandler();
+};
+
+// Appends each line to a file with one low-level write, so that lines of
+// several processes sharing the file never tear and nothing waits in a
+// buffer when the program dies. The file is opened for appending, created
+// with permission 0644, and is not inherited by child processes.
+//
+// Example:
+//   OutputHandlerFile file("run.log");
+//   file.logMsg(STD_MSG, "hello\n", "hello\n");   // run.log gains "s:hello\n"
+//   with FILENOTYPEPREFIX set                       // run.log gains "hello\n"
+class QORIN_EXPORT OutputHandlerFile : public OutputHandler {
+ public:
+  explicit OutputHandlerFile(const std::string& filename);
+  ~OutputHandlerFile() override;
+  OutputHandlerFile(const OutputHandlerFile&) = delete;
+  OutputHandlerFile& operator=(const OutputHandlerFile&) = delete;
+
+  bool valid() override;
+  void logMsg(MessageType type, const char* line, const char* message) override;
+  bool close() override;
+
+  // Closes the current file and opens `name` (UTF-8); false when it cannot
+  // be opened, which leaves the handler closed.
+  bool reopen(const char* name);
+  std::string getFilename();
+
+ private:
+  void closeInternal();
+
+  std::mutex mutex_;
+  std::string filename_;
+  int fd_ = -1;
+  std::string buffer_;  // the text of one write, kept to spare an allocation per line
+};
+
+// Decorates each message into a log line and hands it to every output, in
+// registration order:
+//   [stamp ": "] [prefix ": "] ["T<n>: "] message
+// where the stamp is local time "YYYY-MM-DD HH:MM:SS.uuuuuu" and T<n> numbers
+// threads in the order they first log (the first is T1).
+//
+// A new multiplexer is enabled and has no outputs. Disabled, it writes each
+// message undecorated to standard output (STD_MSG) or standard error
+// (ERR_MSG, LOG_MSG) instead of to its outputs.
+//
+// Example:
+//   Multiplexer mux;
+//   mux.addFileOutput("run.log");
+//   mux.setPrefix("sim");  mux.enableThreadIDs(true);
+//   mux.logLogMsg("start\n");                       // run.log: "l:sim: T1: start\n"
+//   mux.enableTimestamps(true);
+//   mux.stdLogMsgArgs("%d\n", 5);   // "s:2024-03-05 14:07:09.004211: sim: T1: 5\n"
+//
+// Note: a formatted message of 10000 characters or more loses its last
+// character (callers have long relied on that exact cut); a format the
+// runtime rejects logs "<FORMATTING ERROR>\n".
+//
+// Thread safety: every operation takes the multiplexer's one mutex, which is
+// also held while a line is delivered to all outputs.
+class QORIN_EXPORT Multiplexer {
+ public:
+  Multiplexer();
+  ~Multiplexer();
+  Multiplexer(const Multiplexer&) = delete;
+  Multiplexer& operator=(const Multiplexer&) = delete;
+
+  // A handler is registered at most once.
+  void addOutput(const std::shared_ptr<OutputHandler>& handler);
+  void removeOutput(const std::shared_ptr<OutputHandler>& handler);
+  void removeAllOutputs();
+
+  // Replaces the file output by one writing to `name`; nothing for "".
+  // Throws std::runtime_error `Can't open log file: "NAME"` and keeps the
+  // previous file output when the file cannot be opened.
+  void addFileOutput(const std::string& name);
+  void removeFileOutput();
+  bool fileOutputExists();
+  bool anOutputExists();
+
+  // Each returns the previous setting.
+  bool enable(bool on);
+  bool enabled();
+  bool enableTimestamps(bool on);
+  bool enableThreadIDs(bool on);
+  std::string setPrefix(const std::string& prefix);
+
+  // Opens `fileName`, or when it is null or "" the file named by the flag
+  // LOGFILE, unless a file output exists; a disabled multiplexer first drops
+  // its outputs. A file that cannot be opened makes the multiplexer drop
+  // every later message (no exception). Thread identifiers follow the flag
+  // ADDTHREADID. Returns true.
+  bool initialize(const char* fileName = nullptr);
+  bool hasBeenInitialized();
+
+  void logGenericMsg(MessageType type, const char* message);
+  void logGenericMsgArgs(MessageType type, const char* format, ...);
+  void logGenericMsgArgsArgs(MessageType type, const char* format, va_list args);
+  void stdLogMsg(const char* message);
+  void errLogMsg(const char* message);
+  void logLogMsg(const char* message);
+  void stdLogMsgArgs(const char* format, ...);
+  void errLogMsgArgs(const char* format, ...);
+  void logLogMsgArgs(const char* format, ...);
+
+ private:
+  friend class Logger;
+
+  void addOutputInternal(const std::shared_ptr<OutputHandler>& handler);
+  void removeOutputInternal(const std::shared_ptr<OutputHandler>& handler);
+  void removeFileOutputInternal();
+  bool initializeInternal(const char* fileName);
+  void doInitializationIfNecessary();
+  bool activeForMessages();
+  void logMsgArgsInternal(MessageType type, const char* format, va_list args);
+  // With `onlyWhenEnabled` a disabled multiplexer drops the message instead
+  // of writing it to a standard stream (which may be the pipe it came from).
+  void logMsgInternal(MessageType type, const char* message, bool onlyWhenEnabled = false);
+
+  std::mutex mutex_;
+  bool enabled_ = true;
+  bool active_ = true;
+  // Atomic: the clock is read before the lock is taken.
+  std::atomic<bool> timestamps_{false};
+  bool threadIDs_ = false;
+  bool initialized_ = false;
+  std::string prefix_;
+  std::vector<std::shared_ptr<OutputHandler>> outputs_;
+  std::shared_ptr<OutputHandlerFile> fileOutput_;
+  // Local time changes its text once a second: the formatted seconds are
+  // kept for the lines of the same second.
+  long long stampSeconds_ = -1;
+  std::string stampText_;
+  std::string lineBuffer_;
+};
+
+// The logger's flags (see Flag), each created on first call.
+QORIN_EXPORT Flag& qorinCoreLogFileNameFlag();          // LOGFILE: the file when none is given
+QORIN_EXPORT Flag& qorinCoreLogStreamDoublePipeFlag();  // STREAMDOUBLEPIPE: stderr lines keep ERR_MSG
+QORIN_EXPORT Flag& qorinCoreLogInterceptStreamsFlag();  // INTERCEPTSTREAMS: 0 stderr only, else both
+QORIN_EXPORT Flag& qorinCoreLogFileNoTypePrefixFlag();  // FILENOTYPEPREFIX: no "s:" in files
+QORIN_EXPORT Flag& qorinCoreLogAddThreadIDFlag();       // ADDTHREADID: T<n> in every line
+QORIN_EXPORT Flag& qorinCoreLogNoMirrorStreamsFlag();   // NOMIRRORSTREAMS: no copy to the screen
+QORIN_EXPORT Flag& qorinCoreLogAlsoMirrorLogsFlag();    // ALSOMIRRORLOGS: LOG_MSG to the screen too
+QORIN_EXPORT Flag& qorinCoreLogDebugUnusedFlag();       // DEBUGUNUSED: for the application
+
+// ===========================================================================
+// Logger service and standard-stream interception
+// ===========================================================================
+
+// The longest line the stream reader assembles; longer lines arrive in
+// pieces of this length.
+QORIN_EXPORT extern const int MAX_LINE_LENGTH;  // 10240
+// The buffer asked for each interception pipe.
+QORIN_EXPORT extern const int STREAM_PIPE_SIZE;  // 32768
+
+// The process's logger: one Multiplexer, and optionally the interception of
+// the process's own standard output and standard error. Intercepted, both
+// descriptors (and the Windows standard handles) become pipes that a stream
+// thread reads; every line becomes a message (STD_MSG; stderr lines too
+// unless STREAMDOUBLEPIPE is set) and, with mirroring, is also written
+// unchanged to the streams that were there before. Child processes inherit
+// the pipes, so their output is logged too.
+//
+// Lines end at a line feed, which stays; carriage returns are dropped; a line
+// longer than MAX_LINE_LENGTH arrives in pieces; each stream has its own
+// line, so the two never mix. Nothing is read while the logger is paused
+// (it starts paused: writers block once a pipe is full).
+//
+// Example:
+//   Logger::initialize("run.log", false);        // no interception
+//   Logger::redirectStandardOutputs(true, true);  // both streams, mirrored
+//   Logger::start();
+//   std::printf("a\r\n");                         // run.log: "s:a\n"; screen: "a\n"
+//   Logger::waitForStreamSync();                  // everything written so far is logged
+//   Logger::shutdown();                           // the old streams are back
+//
+// On normal exit the logger delivers what is still in the pipes and shuts
+// itself down if the program did not.
+class QORIN_EXPORT Logger {
+ public:
+  static Logger& getInstance();
+  Multiplexer& multiplexer() { return multiplexer_; }
+
+  // Initializes the multiplexer (see Multiplexer::initialize) and, when
+  // `withStreams` and the flag INTERCEPTSTREAMS is set, intercepts standard
+  // error, and standard output too unless the flag's number is 0, mirrored
+  // unless NOMIRRORSTREAMS is set, and starts reading. False when the
+  // multiplexer could not be initialized.
+  static bool initialize(const char* fileName = nullptr, bool withStreams = true);
+  static bool isInitialized();
+
+  // Intercepts standard error, and standard output when asked, if not done
+  // yet; with `mirror`, intercepted lines also go to the old streams. The
+  // reader stays paused until start(). Throws std::runtime_error
+  // "Can't create stderr redirection pipe" or "Can't duplicate handle for stdout".
+  static void redirectStandardOutputs(bool alsoStandardOutput, bool mirror);
+  static void start();
+  static void pause();
+  static void unpause();
+  static void setPaused(bool paused);
+  static void waitForUnpaused();
+  // Returns once every byte written to the intercepted streams before the
+  // call has been delivered (an unfinished last line waits for its line
+  // feed); at once when paused, shutting down or not intercepting.
+  static void waitForStreamSync();
+  // Delivers what is left, puts the old standard streams back and ends the
+  // stream thread. Only the first call acts.
+  static void shutdown();
+
+  static bool enableTimestamps(bool on);
+  static bool enableThreadIDs(bool on);
+  static std::string setPrefix(const std::string& prefix);
+
+  static void stdMsg(const char* message);
+  static void errMsg(const char* message);
+  static void logMsg(const char* message);
+  static void stdMsgArgs(const char* format, ...);
+  static void errMsgArgs(const char* format, ...);
+  static void logMsgArgs(const char* format, ...);
+
+  static bool fileOutputInUse();
+  // Whether the streams are intercepted (a stream thread exists).
+  static bool threadingAlreadyInitialized();
+
+  Logger(const Logger&) = delete;
+  Logger& operator=(const Logger&) = delete;
+
+ private:
+  Logger();
+  ~Logger();
+
+  // The twins of the public operations expect the logger's API mutex held.
+  static bool initializeInternal(const char* fileName, bool withStreams);
+  static void setupThread(bool alsoStandardOutput);
+  static void setupThreadHandlersInternal(bool alsoStandardOutput, bool mirror);
+  static void setPausedInternal(bool paused);
+  static void syncAndFlushThread();
+  static void shutdownInternal();
+  static void shutdownStreamThread();
+  static void inStreamThreadHandler();
+  // Reads and delivers what waits in the pipes, standard error first, until
+  // both are empty; with `untilPaused` it stops early once paused.
+  enum class Drain { empty, paused, failed };
+  static Drain drainStreams(bool untilPaused);
+  // Lets go of unfinished last lines.
+  static void flushStreamLines();
+
+  Multiplexer multiplexer_;
+};
 
 }  // namespace qorin::Debug

@@ -1,0 +1,89 @@
+// The stream thread: reads the interception pipes in chunks of what waits,
+// turns the bytes into lines and hands them to the logger's multiplexer.
+// Between bursts it sleeps in the pipes' wait until data or a request (sync,
+// pause, shutdown) arrives.
+#include <qorin/debug.h>
+
+#include "debug/logger_state.h"
+
+namespace qorin::Debug {
+
+namespace {
+
+using detail::loggerState;
+using detail::StandardStream;
+
+// Answers every sync request numbered up to `seen`, a number read before
+// the pipes were last found empty: whatever was written before such a
+// request has been delivered.
+void answerSyncRequests(unsigned long long seen) {
+  detail::LoggerState& state = loggerState();
+  std::lock_guard<std::mutex> sync(state.sSyncMutex);
+  if (seen > state.syncAnswered) state.syncAnswered = seen;
+  state.sSync = state.syncAnswered < state.syncRequested;
+  state.sSyncCheck.notify_all();
+}
+
+// Standard error counts as standard output unless asked otherwise: the two
+// used to share one pipe.
+MessageType lineType(StandardStream stream) {
+  return stream == detail::kStandardError && qorinCoreLogStreamDoublePipeFlag().isSet() ? ERR_MSG : STD_MSG;
+}
+
+}  // namespace
+
+Logger::Drain Logger::drainStreams(bool untilPaused) {
+  detail::LoggerState& state = loggerState();
+  Multiplexer& mux = getInstance().multiplexer_;
+  for (;;) {
+    if (untilPaused && state.sDoPause && !state.sShuttingDown) return Drain::paused;
+    // Standard error first, as a terminal shows an error before the output
+    // that follows it.
+    bool gotSome = false;
+    for (StandardStream stream : {detail::kStandardError, detail::kStandardOutput}) {
+      // One byte stays free for the line assembler's end mark.
+      const long got = state.pipes->readWaiting(stream, state.readBuffer.data(), state.readBuffer.size() - 1);
+      if (got < 0) return Drain::failed;
+      if (got == 0) continue;
+      const MessageType type = lineType(stream);
+      state.lines[stream].feed(state.readBuffer.data(), static_cast<std::size_t>(got),
+                               [&](const char* line) { mux.logMsgInternal(type, line, true); });
+      gotSome = true;
+      break;
+    }
+    if (!gotSome) return Drain::empty;
+  }
+}
+
+void Logger::flushStreamLines() {
+  detail::LoggerState& state = loggerState();
+  Multiplexer& mux = getInstance().multiplexer_;
+  for (StandardStream stream : {detail::kStandardError, detail::kStandardOutput}) {
+    const MessageType type = lineType(stream);
+    state.lines[stream].flush([&](const char* line) { mux.logMsgInternal(type, line, true); });
+  }
+}
+
+void Logger::inStreamThreadHandler() {
+  detail::LoggerState& state = loggerState();
+  for (;;) {
+    {
+      std::unique_lock<std::mutex> pause(state.sPauseMutex);
+      state.sPauseCheck.wait(pause, [&] { return !state.sDoPause || state.sShuttingDown; });
+    }
+    const unsigned long long seen = state.syncRequested.load();
+    const Drain drained = drainStreams(true);
+    if (drained == Drain::failed) break;
+    if (drained == Drain::paused) continue;
+    if (seen > 0) answerSyncRequests(seen);
+    if (state.sShuttingDown) break;
+    state.pipes->waitForData();
+  }
+  flushStreamLines();
+  std::lock_guard<std::mutex> sync(state.sSyncMutex);
+  state.threadRunning = false;
+  state.sSync = false;
+  state.sSyncCheck.notify_all();
+}
+
+}  // namespace qorin::Debug

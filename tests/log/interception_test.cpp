@@ -1,0 +1,174 @@
+#include <qorin/debug.h>
+
+#include <qorin/env.h>
+
+#include "log/interception_child.h"
+#include "support/stream_capture.h"
+#include "support/temporary_file_name.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace qorin::Debug;
+using qorin::testing::expectLines;
+using qorin::testing::interceptStreams;
+using Interception = qorin::testing::InterceptionTest;
+
+TEST_F(Interception, LongLinesArriveInPiecesAndCarriageReturnsAreDropped) {
+  EXPECT_IN_CHILD([] {
+    auto output = interceptStreams(true);
+    std::fputs((std::string(25000, 'x') + "\n").c_str(), stdout);
+    std::printf("a\r\n");
+    std::fputs("err\n", stderr);  // without STREAMDOUBLEPIPE: standard output
+    Logger::waitForStreamSync();
+    const std::string piece(MAX_LINE_LENGTH, 'x');
+    return expectLines(output->lines(), {"0|" + piece, "0|" + piece, "0|" + std::string(25000 - 2 * 10240, 'x') + "\n",
+                                         "0|a\n", "0|err\n"});
+  });
+}
+
+TEST_F(Interception, DoublePipeKeepsStandardErrorApartAndLinesNeverMix) {
+  EXPECT_IN_CHILD([] {
+    qorinCoreLogStreamDoublePipeFlag().setNumericValue(1);
+    auto output = interceptStreams(true);
+    std::fputs("ab", stdout);
+    std::fputs("cd\n", stderr);
+    std::fputs("ef\n", stdout);
+    Logger::waitForStreamSync();
+    return expectLines(output->lines(), {"0|abef\n", "1|cd\n"});
+  });
+}
+
+TEST_F(Interception, NothingIsReadWhilePaused) {
+  EXPECT_IN_CHILD([] {
+    auto output = interceptStreams(true, false);
+    std::fputs("p\n", stdout);
+    Logger::waitForStreamSync();  // at once: paused
+    std::string complaint = expectLines(output->lines(), {});
+    Logger::start();
+    Logger::waitForStreamSync();
+    Logger::pause();
+    std::fputs("q\n", stdout);
+    Logger::waitForStreamSync();
+    complaint += expectLines(output->lines(), {"0|p\n"});
+    Logger::unpause();
+    Logger::waitForStreamSync();
+    return complaint + expectLines(output->lines(), {"0|p\n", "0|q\n"});
+  });
+}
+
+TEST_F(Interception, ShutdownDeliversTheRestAndRestoresTheStreamsOnce) {
+  EXPECT_IN_CHILD([] {
+    qorin::testing::StreamCapture screen(stdout);
+    auto output = interceptStreams(true);
+    std::fputs("line\nunfinished", stdout);
+    Logger::shutdown();
+    Logger::shutdown();
+    Logger::waitForStreamSync();
+    std::fputs("after\n", stdout);
+    std::string shown = screen.release();
+    shown.erase(std::remove(shown.begin(), shown.end(), '\r'), shown.end());  // Windows text mode
+    return expectLines(output->lines(), {"0|line\n", "0|unfinished"}) +
+           (shown == "after\n" ? "" : "screen: " + shown + "\n") +
+           (Logger::threadingAlreadyInitialized() ? "still intercepting\n" : "");
+  });
+}
+
+TEST_F(Interception, MirroringShowsStreamsAndOnlyAskedForLogMessages) {
+  EXPECT_IN_CHILD([] {
+    qorin::testing::StreamCapture screen(stdout);
+    qorin::testing::StreamCapture errors(stderr);
+    Logger::redirectStandardOutputs(true, true);
+    Logger::start();
+    std::fputs("o\n", stdout);
+    Logger::waitForStreamSync();
+    std::fputs("e\n", stderr);  // a standard output line without STREAMDOUBLEPIPE
+    Logger::waitForStreamSync();
+    Logger::logMsg("l1\n");
+    qorinCoreLogAlsoMirrorLogsFlag().setNumericValue(1);
+    Logger::logMsg("l2\n");
+    Logger::shutdown();
+    const std::string out = screen.release();
+    const std::string err = errors.release();
+    return out == "o\ne\n" && err == "l2\n" ? std::string() : "out [" + out + "] err [" + err + "]\n";
+  });
+}
+
+TEST_F(Interception, InterceptStreamsZeroTakesStandardErrorAlone) {
+  EXPECT_IN_CHILD([] {
+    auto output = std::make_shared<qorin::testing::RecordingOutput>();
+    Logger::getInstance().multiplexer().addOutput(output);
+    qorinCoreLogInterceptStreamsFlag().setNumericValue(0);
+    qorinCoreLogNoMirrorStreamsFlag().setNumericValue(1);
+    Logger::initialize(nullptr, true);
+    std::string complaint = Logger::threadingAlreadyInitialized() ? "" : "not intercepting\n";
+    std::fputs("e\n", stderr);
+    std::fputs("not logged\n", stdout);
+    Logger::waitForStreamSync();
+    return complaint + expectLines(output->lines(), {"0|e\n"});
+  });
+}
+
+TEST_F(Interception, ChildProcessOutputIsLogged) {
+  EXPECT_IN_CHILD([] {
+    auto output = interceptStreams(true);
+    std::fflush(nullptr);
+    const int status = std::system("echo from-child");
+    Logger::waitForStreamSync();
+    return (status == 0 ? "" : "system failed\n") + expectLines(output->lines(), {"0|from-child\n"});
+  });
+}
+
+TEST_F(Interception, ThreadsAreNumberedFromOne) {
+  EXPECT_IN_CHILD([] {
+    Multiplexer mux;
+    auto output = std::make_shared<qorin::testing::RecordingOutput>();
+    mux.addOutput(output);
+    mux.enableThreadIDs(true);
+    mux.logLogMsg("a\n");
+    std::thread([&] { mux.logLogMsg("b\n"); }).join();
+    return expectLines(output->lines(), {"2|T1: a\n", "2|T2: b\n"});
+  });
+}
+
+// A variable, since the child re-runs the test up to the death statement.
+const std::string& exitLogName() {
+  static const std::string name = [] {
+    if (const char* inherited = std::getenv("QORIN_EXIT_TEST_LOG")) return std::string(inherited);
+    static qorin::testing::TemporaryFileName log("exit");
+    qorin::putEnvKstring("QORIN_EXIT_TEST_LOG", log.name());
+    return log.name();
+  }();
+  return name;
+}
+
+TEST_F(Interception, NormalExitDeliversTheLastLines) {
+  const std::string log = exitLogName();
+  EXPECT_EXIT(
+      {
+        Logger::initialize(log.c_str(), false);
+        Logger::redirectStandardOutputs(true, false);
+        Logger::start();
+        std::fputs("last\n", stdout);
+        std::fputs("tail", stderr);
+        std::exit(0);
+      },
+      ::testing::ExitedWithCode(0), "");
+  qorin::putEnvKstring("QORIN_EXIT_TEST_LOG", "");
+  std::FILE* file = std::fopen(log.c_str(), "rb");
+  ASSERT_NE(file, nullptr);
+  char text[64] = {};
+  std::fread(text, 1, sizeof text - 1, file);
+  std::fclose(file);
+  std::remove(log.c_str());
+  const std::string got = text;
+  EXPECT_TRUE(got == "s:last\ns:tail" || got == "s:tails:last\n") << got;
+}
+
+}  // namespace

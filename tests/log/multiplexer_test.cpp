@@ -1,0 +1,156 @@
+#include <qorin/debug.h>
+
+#include "support/recording_output.h"
+#include "support/stream_capture.h"
+#include "support/temporary_file_name.h"
+#include "support/thrown_message.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+namespace {
+
+using namespace qorin::Debug;
+using qorin::testing::RecordingOutput;
+using qorin::testing::TemporaryFileName;
+
+TEST(Multiplexer, FileLinesCarryTheTypeLetterAndDecoration) {
+  struct Case {
+    MessageType type;
+    const char* prefix;
+    bool noTypePrefix;
+    const char* message;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {STD_MSG, "", false, "hello\n", "s:hello\n"},
+      {ERR_MSG, "", false, "oops\n", "e:oops\n"},
+      {LOG_MSG, "", false, "note", "l:note"},  // no line feed added
+      {LOG_MSG, "sim", false, "x\n", "l:sim: x\n"},
+      {STD_MSG, "sim", true, "x\n", "sim: x\n"},
+      {STD_MSG, "", false, "", ""},  // an empty line is not written
+  };
+  for (const Case& c : cases) {
+    TemporaryFileName log("mux");
+    Multiplexer mux;
+    mux.addFileOutput(log.name());
+    mux.setPrefix(c.prefix);
+    if (c.noTypePrefix) qorinCoreLogFileNoTypePrefixFlag().setNumericValue(1);
+    mux.logGenericMsg(c.type, c.message);
+    qorinCoreLogFileNoTypePrefixFlag().clear();
+    mux.removeFileOutput();
+    EXPECT_EQ(log.read(), c.expected) << c.message;
+  }
+}
+
+TEST(Multiplexer, TimeStampPrefixAndThreadIdentifierInThatOrder) {
+  Multiplexer mux;
+  auto output = std::make_shared<RecordingOutput>();
+  mux.addOutput(output);
+  mux.addOutput(output);  // registered once only
+  EXPECT_EQ(mux.setPrefix("sim"), "");
+  EXPECT_FALSE(mux.enableThreadIDs(true));
+  EXPECT_FALSE(mux.enableTimestamps(true));
+  EXPECT_TRUE(mux.enableTimestamps(true));
+  mux.logLogMsgArgs("%s=%d\n", "n", 5);
+  const auto lines = output->lines();
+  ASSERT_EQ(lines.size(), 1u);
+  EXPECT_TRUE(std::regex_match(lines[0], std::regex(R"(2\|\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{6}: sim: T\d+: n=5\n)")))
+      << lines[0];
+}
+
+TEST(Multiplexer, LongFormattedMessagesLoseTheirLastCharacter) {
+  Multiplexer mux;
+  auto output = std::make_shared<RecordingOutput>();
+  mux.addOutput(output);
+  for (std::size_t length : {9999u, 10000u, 25000u}) {
+    mux.stdLogMsgArgs("%s", std::string(length, 'x').c_str());
+  }
+  mux.stdLogMsgArgs(nullptr);  // logs nothing
+  const auto lines = output->lines();
+  ASSERT_EQ(lines.size(), 3u);
+  EXPECT_EQ(lines[0].size(), 2 + 9999u);
+  EXPECT_EQ(lines[1].size(), 2 + 9999u);
+  EXPECT_EQ(lines[2].size(), 2 + 24999u);
+}
+
+TEST(Multiplexer, DisabledWritesUndecoratedToTheStandardStreams) {
+  Multiplexer mux;
+  auto output = std::make_shared<RecordingOutput>();
+  mux.addOutput(output);
+  mux.setPrefix("sim");
+  EXPECT_TRUE(mux.enable(false));
+  qorin::testing::StreamCapture out(stdout);
+  qorin::testing::StreamCapture err(stderr);
+  mux.stdLogMsg("o\n");
+  mux.errLogMsg("e\n");
+  mux.logLogMsg("l\n");
+  EXPECT_EQ(err.release(), "e\nl\n");
+  EXPECT_EQ(out.release(), "o\n");
+  EXPECT_TRUE(output->lines().empty());
+}
+
+TEST(Multiplexer, AFileThatCannotBeOpenedKeepsThePreviousOne) {
+  TemporaryFileName log("keep");
+  Multiplexer mux;
+  mux.addFileOutput(log.name());
+  const std::string bad = log.name() + "/no/such/dir.log";
+  EXPECT_EQ(qorin::testing::thrown_message<std::runtime_error>([&] { mux.addFileOutput(bad); }),
+            "Can't open log file: \"" + bad + "\"");
+  EXPECT_TRUE(mux.fileOutputExists());
+  mux.stdLogMsg("still here\n");
+  mux.removeFileOutput();
+  EXPECT_FALSE(mux.anOutputExists());
+  EXPECT_EQ(log.read(), "s:still here\n");
+}
+
+TEST(Multiplexer, InitializeOpensTheNamedFileOrLogfileOrDropsMessages) {
+  TemporaryFileName named("named");
+  TemporaryFileName flagged("flagged");
+  qorinCoreLogFileNameFlag().setStringValue(flagged.name());
+  {
+    Multiplexer mux;
+    EXPECT_TRUE(mux.initialize(named.name().c_str()));
+    EXPECT_TRUE(mux.hasBeenInitialized());
+    mux.stdLogMsg("a\n");
+  }
+  {
+    Multiplexer mux;
+    mux.initialize();
+    mux.stdLogMsg("b\n");
+  }
+  qorinCoreLogFileNameFlag().setStringValue(named.name() + "/no/such/dir.log");
+  {
+    Multiplexer mux;
+    auto output = std::make_shared<RecordingOutput>();
+    mux.addOutput(output);
+    EXPECT_TRUE(mux.initialize());  // no exception
+    mux.stdLogMsg("c\n");
+    EXPECT_TRUE(output->lines().empty());
+  }
+  qorinCoreLogFileNameFlag().clear();
+  EXPECT_EQ(named.read(), "s:a\n");
+  EXPECT_EQ(flagged.read(), "s:b\n");
+}
+
+TEST(Multiplexer, ThreadsKeepTheirNumberAndNewThreadsCountOn) {
+  Multiplexer mux;
+  auto output = std::make_shared<RecordingOutput>();
+  mux.addOutput(output);
+  mux.enableThreadIDs(true);
+  mux.logLogMsg("m\n");
+  std::thread([&] { mux.logLogMsg("x\n"); }).join();
+  std::thread([&] { mux.logLogMsg("y\n"); }).join();
+  mux.logLogMsg("m\n");
+  const auto lines = output->lines();
+  ASSERT_EQ(lines.size(), 4u);
+  const int first = std::stoi(lines[1].substr(3));
+  EXPECT_EQ(lines[2], "2|T" + std::to_string(first + 1) + ": y\n");
+  EXPECT_EQ(lines[0], lines[3]);
+}
+
+}  // namespace

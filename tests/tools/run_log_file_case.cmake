@@ -1,0 +1,10 @@
+# qorin run logs a child's lines and qorin log adds its own to the same file.
+set(log run_log_file_case.log)
+file(REMOVE ${log})
+execute_process(COMMAND ${QORIN} run --log ${log} --prefix p -- ${CHILD} log hello RESULT_VARIABLE status)
+execute_process(COMMAND ${QORIN} log --log ${log} --prefix p bye RESULT_VARIABLE status2)
+file(READ ${log} text)
+file(REMOVE ${log})
+if(NOT status EQUAL 0 OR NOT status2 EQUAL 0 OR NOT text STREQUAL "s:p: hello\nl:p: bye\n")
+  message(FATAL_ERROR "status ${status}/${status2}, log:\n${text}")
+endif()
