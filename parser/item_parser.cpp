@@ -6,7 +6,18 @@ namespace qorin::parser {
 
 ParamItemParser::~ParamItemParser() = default;
 
+void ParamItemParser::clear() {
+  options_.clear();
+  tune_ = nullptr;
+  opt_ = nullptr;
+  stat_ = nullptr;
+  doe_ = nullptr;
+  unit_type_ = set_type_;
+  nominal_.parse_value({}, nullptr, false, false);
+}
+
 void ParamItemParser::parse(const std::string& text, bool parse_options) {
+  clear();
   std::string_view rest = text;
   while (pull_one_option(&rest)) {
   }
@@ -97,7 +108,7 @@ ParamStatData* ParamItemParser::add_stat() { return add_kind(&stat_); }
 ParamTuneData* ParamItemParser::add_tune() { return add_kind(&tune_); }
 ParamDoeData* ParamItemParser::add_doe() { return add_kind(&doe_); }
 
-void ParamItemParser::set_legacy_unit(DMUnitE code) { unit_type_ = units::get_legacy_unit(code); }
+void ParamItemParser::set_legacy_unit(DMUnitE code) { set_unit_type(units::get_legacy_unit(code)); }
 
 void ParamItemParser::set_use_dbmtow_functions(bool use) {
   nominal_.set_use_dbmtow_functions(use);

@@ -1,6 +1,10 @@
 // qorin: the library's main jobs from a shell. Commands register themselves
 // (command.h); this file only dispatches and maps CLI11's errors to statuses.
+#include "checked_output.h"
 #include "command.h"
+#include "stdio_mode.h"
+
+#include <qorin/debug.h>
 
 #include <iostream>
 #include <map>
@@ -32,10 +36,14 @@ int invalid_input(const std::string& message) { return report(message, kExitInva
 
 }  // namespace qorin::tool
 
-int main(int argc, char** argv) {
+namespace {
+
+int run(int argc, char** argv) {
   using namespace qorin::tool;
   CLI::App app{"qorin: check and convert parameter values, units and annotations"};
-  app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
+  app.footer(
+      "Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error,\n"
+      "or an input that could not be read or output that could not be written.");
   app.require_subcommand(1);
   std::map<CLI::App*, CommandRun> runs;
   for (const Command& command : registered_commands()) {
@@ -56,4 +64,23 @@ int main(int argc, char** argv) {
     if (sub->parsed()) return run();
   }
   return kExitUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace qorin::tool;
+  // Output is the same bytes on every platform: no "\r\n" translation.
+  use_binary_stdio();
+  int status = kExitIo;
+  try {
+    status = run(argc, argv);
+  } catch (...) {
+    // Whatever a command lets escape is reported, never an abort.
+    try {
+      qorin::reportException("qorin", "");
+    } catch (...) {
+    }
+  }
+  return finish_output(status);
 }
