@@ -90,6 +90,8 @@ const char* ParamItemParser::kind_name(const ParamOptionData* option) const {
 void check_annotation(ParamItemParser& parser, const std::string& text, const AnnotationSettings& settings,
                       AnnotationCheck* check) {
   check->diagnostics.clear();
+  // Cleared first: switching the notation would re-form the last text's options.
+  parser.clear();
   parser.set_unit_type(settings.unit_type);
   parser.allow_any_unit(settings.allow_any_unit);
   parser.set_use_dbmtow_functions(settings.use_dbmtow_functions);
@@ -98,7 +100,7 @@ void check_annotation(ParamItemParser& parser, const std::string& text, const An
   for (auto it = parser.options().rbegin(); it != parser.options().rend(); ++it) check_option(parser, **it, check);
   check_nominal(parser, settings, check);
   parser.reformat();
-  check->canonical = parser.get_combined_string();
+  parser.get_combined_string(&check->canonical);
   const std::string nominal = nominal_with_hidden_unit(parser, settings);
   if (!nominal.empty()) check->canonical.replace(0, parser.get_nominal().combined_value().size(), nominal);
 }

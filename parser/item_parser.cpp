@@ -6,18 +6,22 @@ namespace qorin::parser {
 
 ParamItemParser::~ParamItemParser() = default;
 
-void ParamItemParser::clear() {
+void ParamItemParser::clear_options() {
   options_.clear();
   tune_ = nullptr;
   opt_ = nullptr;
   stat_ = nullptr;
   doe_ = nullptr;
   unit_type_ = set_type_;
+}
+
+void ParamItemParser::clear() {
+  clear_options();
   nominal_.parse_value({}, nullptr, false, false);
 }
 
 void ParamItemParser::parse(const std::string& text, bool parse_options) {
-  clear();
+  clear_options();  // the nominal is parsed afresh below
   std::string_view rest = text;
   while (pull_one_option(&rest)) {
   }
@@ -126,19 +130,24 @@ void ParamItemParser::reformat() {
 }
 
 std::string ParamItemParser::get_combined_string() const {
+  std::string result;
+  get_combined_string(&result);
+  return result;
+}
+
+void ParamItemParser::get_combined_string(std::string* out) const {
   // Each option goes in front of those before it in the list: parsed options
   // (pulled right to left) come out as typed, later additions right after the
   // nominal.
   std::size_t size = nominal_.combined_value_.size();
   for (const auto& option : options_) size += 1 + option->get_full_text().size();
-  std::string result;
+  std::string& result = *out;
   result.reserve(size);
-  result += nominal_.combined_value_;
+  result = nominal_.combined_value_;
   for (auto it = options_.rbegin(); it != options_.rend(); ++it) {
     result += ' ';
     result += (*it)->get_full_text();
   }
-  return result;
 }
 
 bool ParamItemParser::is_valid() const {

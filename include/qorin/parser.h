@@ -489,6 +489,8 @@ class QORIN_EXPORT ParamItemParser {
 
   // The nominal's text, then each option's full text after one blank.
   std::string get_combined_string() const;
+  // The same into *out, reusing its storage.
+  void get_combined_string(std::string* out) const;
   // False when any option is invalid; the nominal is not examined.
   bool is_valid() const;
 
@@ -505,6 +507,7 @@ class QORIN_EXPORT ParamItemParser {
 
  private:
   bool pull_one_option(std::string_view* text);
+  void clear_options();
   void add_option(std::unique_ptr<ParamOptionData> option);
   template <class Kind>
   Kind* add_kind(Kind** slot);
