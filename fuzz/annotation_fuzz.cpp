@@ -4,7 +4,7 @@
 // text must read back as itself.
 #include <qorin/parser.h>
 
-#include "tests/support/annotation_corpus.h"
+#include "fuzz/annotation_corpus.h"
 
 #include <cstdint>
 #include <cstdio>

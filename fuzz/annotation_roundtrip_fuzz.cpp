@@ -4,7 +4,7 @@
 // or off), the rest is the annotation. Seeded with generated annotations.
 #include <qorin/parser.h>
 
-#include "tests/support/annotation_corpus.h"
+#include "fuzz/annotation_corpus.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -2,7 +2,7 @@
 // meaning, and every problem is named.
 #include <qorin/parser.h>
 
-#include "support/annotation_corpus.h"
+#include "fuzz/annotation_corpus.h"
 
 #include <gtest/gtest.h>
 

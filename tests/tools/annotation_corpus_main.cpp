@@ -1,7 +1,7 @@
 // Writes generated annotations, one per line, for the comparison of the
 // Linux and Windows builds of qorin (scripts/compare-platforms).
 // Usage: qorin_annotation_corpus [LINES [SEED]]
-#include "support/annotation_corpus.h"
+#include "fuzz/annotation_corpus.h"
 
 #include <cstdio>
 #include <cstdlib>

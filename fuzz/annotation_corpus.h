@@ -1,7 +1,7 @@
-// Generated annotations, and what an annotation means, for the round-trip
-// checks: the parser tests, the round-trip fuzz target (its seeds) and the
-// corpus that the Linux and Windows builds of the tool must read alike.
-// Header-only: the fuzz build links no test support library.
+// The round-trip oracle: generated annotations (the fuzz targets' seeds) and
+// what an annotation means. The parser tests and the corpus that the Linux
+// and Windows builds of the tool must read alike use it too. Header-only: the
+// fuzz build links no test support library.
 #pragma once
 
 #include <qorin/parser.h>
