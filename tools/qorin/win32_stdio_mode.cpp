@@ -11,6 +11,7 @@ namespace qorin::tool {
 void use_binary_stdio() {
   _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
 }
 
 }  // namespace qorin::tool
