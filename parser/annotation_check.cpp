@@ -79,14 +79,6 @@ std::string nominal_with_hidden_unit(const ParamItemParser& parser, const Annota
 
 }  // namespace
 
-const char* ParamItemParser::kind_name(const ParamOptionData* option) const {
-  if (option == opt_) return "opt";
-  if (option == stat_) return "stat";
-  if (option == tune_) return "tune";
-  if (option == doe_) return "doe";
-  return "";
-}
-
 void check_annotation(ParamItemParser& parser, const std::string& text, const AnnotationSettings& settings,
                       AnnotationCheck* check) {
   check->diagnostics.clear();

@@ -150,6 +150,14 @@ void ParamItemParser::get_combined_string(std::string* out) const {
   }
 }
 
+const char* ParamItemParser::kind_name(const ParamOptionData* option) const {
+  if (option == opt_) return "opt";
+  if (option == stat_) return "stat";
+  if (option == tune_) return "tune";
+  if (option == doe_) return "doe";
+  return "";
+}
+
 bool ParamItemParser::is_valid() const {
   for (const auto& option : options_) {
     if (option->is_invalid()) return false;

@@ -417,7 +417,9 @@ class QORIN_EXPORT ShortAnnotationHelper {
 //
 // Usual order of calls: construct; set_unit_type or set_legacy_unit, optionally
 // allow_any_unit and set_use_dbmtow_functions; parse(text, true); then read,
-// edit through add_opt() and friends, and write back with get_combined_string.
+// edit through add_opt() and friends, reformat(), and only then write back
+// with get_combined_string (options keep their typed text until re-formed).
+// check_annotation below does all of this in one call.
 //
 // Example (capacitance type):
 //   "1 opt{ 1 to 2 } opt{ 3 to 4 }" => one option «opt{ 3 to 4 }»; nominal text
