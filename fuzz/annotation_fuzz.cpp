@@ -4,7 +4,7 @@
 // text must read back as itself.
 #include <qorin/parser.h>
 
-#include "tools/qorin/annotation_examples.h"
+#include "fuzz/annotation_corpus.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -71,39 +71,30 @@ bool values_read_back(const ParamItemParser& parser, const Settings& settings) {
 // The canonical text; `stable_values` tells whether every value reads back.
 std::string canonical(const Settings& settings, const std::string& text, bool* stable_values) {
   ParamItemParser parser;
-  qorin::tool::read_annotation(parser, text, settings.type, settings.any_unit, settings.use_dbmtow,
-                               settings.scale_to);
+  parser.set_unit_type(settings.type);
+  parser.allow_any_unit(settings.any_unit);
+  parser.set_use_dbmtow_functions(settings.use_dbmtow);
+  parser.parse(text, true);
+  if (settings.scale_to.is_valid()) parser.scale_all_unitless_values(settings.scale_to);
+  parser.reformat();
   parser.is_valid();
   *stable_values = values_read_back(parser, settings);
   return parser.get_combined_string();
 }
 
-std::uint8_t selector_of(const qorin::tool::AnnotationExample& example) {
-  std::uint8_t selector = example.any_unit ? kAnyUnit : kNoType;
-  if (example.unit_type) {
-    selector = static_cast<std::uint8_t>(qorin::units::find_unit_type(example.unit_type) -
-                                         qorin::units::get_all_units().data());
-  }
-  if (!example.use_dbmtow) selector |= kNoDbmtow;
-  if (example.scale_to) selector |= kRescale;
-  return selector;
-}
-
 }  // namespace
 
-// Seeds the first corpus folder on the command line with the tool's example
+// Seeds the first corpus folder on the command line with generated
 // annotations, so every run starts from realistic text.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
   for (int i = 1; i < *argc; ++i) {
     std::filesystem::path dir = (*argv)[i];
     std::error_code error;
     if ((*argv)[i][0] == '-' || !std::filesystem::is_directory(dir, error)) continue;
-    int n = 0;
-    for (const auto& example : qorin::tool::kAnnotationExamples) {
-      std::filesystem::path file = dir / ("example-" + std::to_string(n++));
-      if (std::filesystem::exists(file, error)) continue;
-      std::ofstream out(file, std::ios::binary);
-      out << static_cast<char>(selector_of(example)) << example.text;
+    qorin::testing::AnnotationCorpus corpus(3);
+    for (int n = 0; n < 200; ++n) {
+      std::ofstream out(dir / ("generated-" + std::to_string(n)), std::ios::binary);
+      out << static_cast<char>(n) << corpus.next();
     }
     break;
   }

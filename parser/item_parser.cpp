@@ -6,7 +6,22 @@ namespace qorin::parser {
 
 ParamItemParser::~ParamItemParser() = default;
 
+void ParamItemParser::clear_options() {
+  options_.clear();
+  tune_ = nullptr;
+  opt_ = nullptr;
+  stat_ = nullptr;
+  doe_ = nullptr;
+  unit_type_ = set_type_;
+}
+
+void ParamItemParser::clear() {
+  clear_options();
+  nominal_.parse_value({}, nullptr, false, false);
+}
+
 void ParamItemParser::parse(const std::string& text, bool parse_options) {
+  clear_options();  // the nominal is parsed afresh below
   std::string_view rest = text;
   while (pull_one_option(&rest)) {
   }
@@ -97,7 +112,7 @@ ParamStatData* ParamItemParser::add_stat() { return add_kind(&stat_); }
 ParamTuneData* ParamItemParser::add_tune() { return add_kind(&tune_); }
 ParamDoeData* ParamItemParser::add_doe() { return add_kind(&doe_); }
 
-void ParamItemParser::set_legacy_unit(DMUnitE code) { unit_type_ = units::get_legacy_unit(code); }
+void ParamItemParser::set_legacy_unit(DMUnitE code) { set_unit_type(units::get_legacy_unit(code)); }
 
 void ParamItemParser::set_use_dbmtow_functions(bool use) {
   nominal_.set_use_dbmtow_functions(use);
@@ -115,19 +130,32 @@ void ParamItemParser::reformat() {
 }
 
 std::string ParamItemParser::get_combined_string() const {
+  std::string result;
+  get_combined_string(&result);
+  return result;
+}
+
+void ParamItemParser::get_combined_string(std::string* out) const {
   // Each option goes in front of those before it in the list: parsed options
   // (pulled right to left) come out as typed, later additions right after the
   // nominal.
   std::size_t size = nominal_.combined_value_.size();
   for (const auto& option : options_) size += 1 + option->get_full_text().size();
-  std::string result;
+  std::string& result = *out;
   result.reserve(size);
-  result += nominal_.combined_value_;
+  result = nominal_.combined_value_;
   for (auto it = options_.rbegin(); it != options_.rend(); ++it) {
     result += ' ';
     result += (*it)->get_full_text();
   }
-  return result;
+}
+
+const char* ParamItemParser::kind_name(const ParamOptionData* option) const {
+  if (option == opt_) return "opt";
+  if (option == stat_) return "stat";
+  if (option == tune_) return "tune";
+  if (option == doe_) return "doe";
+  return "";
 }
 
 bool ParamItemParser::is_valid() const {

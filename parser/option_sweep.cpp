@@ -30,16 +30,29 @@ bool is_word(const std::string& word, std::string_view expected) { return std::s
 
 ParamOptionData::~ParamOptionData() = default;
 
+const char* sweep_type_name(ParamOptionSweepType type) {
+  switch (type) {
+    case sweep_empty: return "empty";
+    case sweep_range: return "range";
+    case sweep_stepped_range: return "stepped range";
+    case sweep_delta: return "deviation";
+    case sweep_percent_delta: return "percent deviation";
+    default: return "invalid";
+  }
+}
+
 void ParamOptionData::parse(const units::UnitType* unit_type) {
   // The body lies after the first '{', without the closing character.
   std::size_t open = full_text_.find('{');
   std::size_t begin = open == std::string::npos ? 0 : open + 1;
   std::size_t end = full_text_.empty() ? 0 : full_text_.size() - 1;
   sweep_type_ = sweep_invalid;
+  parsed_sweep_type_ = sweep_invalid;
   if (begin >= end) return;
   std::vector<std::string> words = split_words(full_text_, begin, end);
   if (words.empty() || !parse_special(&words)) return;
   parse_sweep(&words, unit_type);
+  parsed_sweep_type_ = sweep_type_;
   if (!sweep_type_is_legal()) sweep_type_ = sweep_invalid;
 }
 
@@ -50,8 +63,13 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   auto read_one = [&](ParserValue& value, std::size_t i, bool allow_percent) {
     value.parse_value(words[i], unit_type, allow_percent, false);
   };
+  // Without a type the unit word is looked up in the whole catalogue, but the
+  // canonical one-word form «1pF» would then not read back: such a value
+  // cannot be carried, and the read fails.
+  // A failed read leaves the option invalid, so what it wrote does not matter.
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent);
+    return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent) &&
+           (unit_type != nullptr || !value.units().is_valid() || (allow_percent && value.unit_type() == percent_type()));
   };
 
   if (n == 0) {
@@ -76,7 +94,9 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
     read_one(start_, 0, false);
     to = 1;
   } else if (n >= 3 && is_word(words[2], "to")) {
-    read_two(start_, 0, false);  // a failed start still makes a range, as it always has
+    // A start that cannot be read leaves the option invalid, kept as typed:
+    // a range without its start would lose the words.
+    if (!read_two(start_, 0, false)) return;
     to = 2;
   } else {
     return;

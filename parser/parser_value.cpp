@@ -35,7 +35,7 @@ void ParserValue::assign_value_and_units(std::string_view value, UnitAndMultipli
     parenthesised_ = detail::keeps_parentheses(value_);
   } else {
     value_.assign(value);
-    parenthesised_ = !detail::is_plain_value(value_);
+    parenthesised_ = detail::needs_parentheses(value_);
   }
 }
 
@@ -60,7 +60,11 @@ bool ParserValue::set_numeric_value_and_unit_words(std::string_view value, std::
                                                    const units::UnitType* type, bool allow_percent) {
   UnitAndMultiplier found;
   if (!find_unit_word(&found, unit, type, allow_percent)) return false;
-  assign_value_and_units(detail::trim_blanks(value), found);
+  const std::string_view text = detail::trim_blanks(value);
+  // Parentheses are how a value is written before its unit; one whose own
+  // do not pair up («a)») could not be read back.
+  if (found.is_valid() && !detail::is_plain_value(text) && !detail::is_balanced(text)) return false;
+  assign_value_and_units(text, found);
   update_combined_value();
   return true;
 }

@@ -14,6 +14,47 @@ namespace detail {
   return qorin::detail::scan_number(text.data(), text.data() + text.size()).valid;
 }
 
+namespace {
+
+// Scans `text` for parentheses outside quoted strings; stops early when
+// `stop_at_zero` and the depth comes back to zero. Returns the index after
+// the byte where it stopped, or npos when a ')' has no partner or a quote is
+// not closed.
+std::size_t scan_parentheses(std::string_view text, bool stop_at_zero, std::size_t* depth_out) {
+  std::size_t depth = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '\'' || c == '"') {
+      // A quoted string ends at the next unescaped quote of its kind; a
+      // doubled quote reads as two strings, which comes to the same.
+      std::size_t j = i + 1;
+      while (j < text.size() && text[j] != c) j += text[j] == '\\' ? 2 : 1;
+      if (j >= text.size()) return std::string_view::npos;
+      i = j;
+    } else if (c == '(') {
+      ++depth;
+    } else if (c == ')') {
+      if (depth == 0) return std::string_view::npos;
+      if (--depth == 0 && stop_at_zero) return i + 1;
+    }
+  }
+  *depth_out = depth;
+  return text.size();
+}
+
+}  // namespace
+
+bool is_parenthesised(std::string_view text) {
+  if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
+  std::size_t depth = 0;
+  return scan_parentheses(text, true, &depth) == text.size() && depth == 0;
+}
+
+bool is_balanced(std::string_view text) {
+  std::size_t depth = 0;
+  return scan_parentheses(text, false, &depth) != std::string_view::npos && depth == 0;
+}
+
 bool is_variable_name(std::string_view text) {
   if (text.empty() || !(text[0] == '_' || is_ascii_letter(text[0]))) return false;
   for (char c : text) {

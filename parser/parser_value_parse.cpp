@@ -95,6 +95,7 @@ bool ParserValue::set_value_with_unit_impl(std::string_view text, const UnitType
     if (!accepted && !blank_before_unit && detail::is_name_byte(candidate.back())) continue;
     if (accepted || detail::is_word_value(candidate)) {
       value_.assign(candidate);
+      parenthesised_ = detail::needs_parentheses(value_);
     } else if (detail::is_parenthesised(candidate)) {
       value_.assign(detail::inside_parentheses(candidate));
       parenthesised_ = detail::keeps_parentheses(value_);
@@ -124,8 +125,13 @@ void ParserValue::parse_value(std::string_view text, const UnitType* type, bool 
   }
   if (!found && type != nullptr) found = set_value_with_unit_impl(working, type);
   PowerCall call;
-  if (!found && is_power(type) && read_power_call(working, &call)) {
-    assign_value_and_units(call.argument, call.unit);
+  // With any unit allowed the call names its own type, as a unit suffix would.
+  if (!found && (is_power(type) || allow_any_unit) && read_power_call(working, &call)) {
+    // The call's own parentheses are gone; the argument is the value as
+    // written, so «dbmtow((a))» keeps «(a)».
+    units_ = call.unit;
+    value_.assign(call.argument);
+    parenthesised_ = detail::needs_parentheses(value_);
     found = true;
   }
   if (!found) assign_value_and_units(working, UnitAndMultiplier(type, nullptr));

@@ -34,10 +34,13 @@ inline bool is_file_reference(std::string_view text) {
   return begins_with(text, "file{") && ends_with(text, "}");
 }
 
-// "(" ... ")"
-inline bool is_parenthesised(std::string_view text) {
-  return text.size() >= 2 && text.front() == '(' && text.back() == ')';
-}
+// "(" ... ")" where the first '(' is closed by the last ')': a balanced scan
+// that skips quoted strings. «(a)*(b)» is not parenthesised, and neither is
+// anything unbalanced: taking such a pair off would change the expression.
+//
+// Example: is_parenthesised("(a+b)") => true    is_parenthesised("(a)*(b)") => false
+//          is_parenthesised("(')')") => true    is_parenthesised("(((()))") => false
+bool is_parenthesised(std::string_view text);
 
 // What the canonical text "(" value ") " unit holds inside its parentheses,
 // blanks trimmed. `text` must be parenthesised.
@@ -61,6 +64,23 @@ inline bool is_word_value(std::string_view text) {
 // A value that reads back when glued to a unit: empty, a number or a word value.
 inline bool is_plain_value(std::string_view text) {
   return text.empty() || is_number(text) || is_word_value(text);
+}
+
+// Whether the parentheses and quotes in `text` pair up, so that "(" text ")"
+// is parenthesised.
+//
+// Example: is_balanced("(a)*(b)") => true    is_balanced("a)") => false    is_balanced("'('") => true
+bool is_balanced(std::string_view text);
+
+// Whether `value` glued to a unit («x_1» + «kHz») would not read back as
+// value and unit: it is not a plain value, or it ends in a byte that the
+// split takes for part of a unit name. Such values are written "(" value ") " unit.
+//
+// Example: needs_parentheses("x_1") => true    needs_parentheses("'a'") => false
+//          needs_parentheses("1.5") => false   needs_parentheses("a+b") => true
+inline bool needs_parentheses(std::string_view value) {
+  if (value.empty() || is_number(value)) return false;
+  return is_name_byte(value.back()) || !is_word_value(value);
 }
 
 // Whether a value read from "(" x ") " unit is written back that way: all

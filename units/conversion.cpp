@@ -1,5 +1,7 @@
 // Conversion of parameter values between a unit and its type's MKS unit.
 // Power is the one logarithmic quantity: dBm and dBW go through powers of ten.
+#include "units/decimal_power.h"
+
 #include <qorin/units.h>
 
 #include <cmath>
@@ -39,10 +41,11 @@ void require_to_units(const UnitAndMultiplier& unit) {
 
 double to_mks(double value, const UnitAndMultiplier& unit) {
   // The exponent is multiplied by 0.1, not divided by 10: stored results
-  // depend on that last bit.
+  // depend on that last bit. The powers are the library's own, the same on
+  // every platform.
   switch (power_scale(unit)) {
-    case PowerScale::dBW: return std::pow(10.0, value * 0.1);
-    case PowerScale::dBm: return std::pow(10.0, (value - 30.0) * 0.1);
+    case PowerScale::dBW: return detail::pow10(value * 0.1);
+    case PowerScale::dBm: return detail::pow10((value - 30.0) * 0.1);
     case PowerScale::linear: break;
   }
   return value * unit.multiplier()->multipler();
@@ -53,8 +56,8 @@ bool from_mks(double value, const UnitAndMultiplier& unit, double* result) {
     // No power unit represents zero or negative power, not even W.
     if (value <= 0.0) return false;
     switch (power_scale(unit)) {
-      case PowerScale::dBW: *result = 10.0 * std::log10(value); return true;
-      case PowerScale::dBm: *result = 10.0 * std::log10(value) + 30.0; return true;
+      case PowerScale::dBW: *result = 10.0 * detail::log10(value); return true;
+      case PowerScale::dBm: *result = 10.0 * detail::log10(value) + 30.0; return true;
       case PowerScale::linear: break;
     }
   }

@@ -22,7 +22,7 @@
 // Example (ParserValue, frequency type):
 //   "1kHz"     => value "1",    unit kHz, combined "1kHz"
 //   "1 k"      => value "1",    unit kHz, combined "1kHz"
-//   "x_1 GHz"  => value "x_1",  unit GHz, combined "x_1GHz"
+//   "x_1 GHz"  => value "x_1",  unit GHz, combined "(x_1) GHz"
 //   "10 dbm" (power type) => value "10", unit dBm, combined "dbmtow(10)"
 #pragma once
 
@@ -44,11 +44,12 @@ namespace qorin::parser {
 //
 // The parenthesised form "(" value ") " unit is written for a value that would
 // not read back if glued to its unit: one the user wrote in parentheses
-// («(a+b) pF» => value «a+b»), and one set through set_value_and_unit_* or
-// read from dbmtow(...) that is not empty, a number, a quoted string, a
-// variable name or a file reference. Note: a variable name glued to its unit
-// («x_1GHz») does not read back as value and unit; the rules that keep «1kHz»
-// apart from «1k» + «Hz» refuse it.
+// («(a+b) pF» => value «a+b»), one that is not empty, a number, a quoted
+// string, a variable name or a file reference, and one that ends in a
+// letter, digit or '_' («x_1 GHz» => "(x_1) GHz"): the rules that keep «1kHz»
+// apart from «1k» + «Hz» would not split «x_1GHz». Only a pair of
+// parentheses that match (quoted strings skipped) is taken off: «(a)*(b) pF»
+// is not «a)*(b» in pF but a value without a unit, kept as typed.
 //
 // Not thread-safe for writes; distinct values may be used on distinct threads.
 class QORIN_EXPORT ParserValue {
@@ -78,10 +79,12 @@ class QORIN_EXPORT ParserValue {
   // matching the full name, a bare scale letter, or "dbm" for dBm; a value
   // glued to the unit that ends in a letter, digit or '_' and is not a number
   // sends the walk on.
-  // The power call tolerates blanks around and inside its parentheses; its
-  // argument is everything between the first "(" and the final ")", taken as
-  // written (so every text re-formed by this class reads back). Without both
-  // parentheses ("dbmtow_gain") the text is a plain value.
+  // The power call is read for the power type and, with any unit allowed,
+  // for no type. It tolerates blanks around and inside its parentheses; its
+  // argument is everything between the "(" after the name and the ")" that
+  // closes it, which must be the last byte, taken as written (so every text
+  // re-formed by this class reads back). Without a balanced pair
+  // ("dbmtow_gain", «dbmtow((1)») the text is a plain value, kept as typed.
   //
   // Example:
   //   "1kHz"  (freq)           => "1" kHz       "1 k" (freq)       => "1" kHz
@@ -248,6 +251,10 @@ class QORIN_EXPORT ParamOptionData {
 
   ParamOptionSweepType sweep_type() const { return sweep_type_; }
   void set_sweep_type(ParamOptionSweepType type) { sweep_type_ = type; }
+  // The form the last parse() found before the kind's own check: for an
+  // invalid option, sweep_invalid means the body did not parse, anything
+  // else a form that the kind does not allow.
+  ParamOptionSweepType parsed_sweep_type() const { return parsed_sweep_type_; }
   bool is_invalid() const { return sweep_type_ == sweep_invalid; }
 
   bool enabled() const { return enabled_; }
@@ -280,7 +287,12 @@ class QORIN_EXPORT ParamOptionData {
   ParserValue stop_;
   ParserValue step_;
   ParamOptionSweepType sweep_type_ = sweep_invalid;
+  ParamOptionSweepType parsed_sweep_type_ = sweep_invalid;
 };
+
+// "empty", "range", "stepped range", "deviation", "percent deviation" or
+// "invalid".
+QORIN_EXPORT const char* sweep_type_name(ParamOptionSweepType type);
 
 // opt{ [ppt] [unconst | discrete] sweep }: a range or deviation; a stepped
 // range only when discrete; an empty sweep only when unconstrained.
@@ -418,7 +430,9 @@ class QORIN_EXPORT ShortAnnotationHelper {
 //
 // Usual order of calls: construct; set_unit_type or set_legacy_unit, optionally
 // allow_any_unit and set_use_dbmtow_functions; parse(text, true); then read,
-// edit through add_opt() and friends, and write back with get_combined_string.
+// edit through add_opt() and friends, reformat(), and only then write back
+// with get_combined_string (options keep their typed text until re-formed).
+// check_annotation below does all of this in one call.
 //
 // Example (capacitance type):
 //   "1 opt{ 1 to 2 } opt{ 3 to 4 }" => one option «opt{ 3 to 4 }»; nominal text
@@ -441,9 +455,13 @@ class QORIN_EXPORT ParamItemParser {
   ~ParamItemParser();
 
   // Splits `text` into options and nominal; the option bodies are parsed too
-  // when `parse_options` is set. Meant for a fresh parser: an option of a kind
-  // that already exists is not pulled and stays in the nominal's text.
+  // when `parse_options` is set. Starts with clear(), so a parser can be
+  // reused for one annotation after another.
   void parse(const std::string& text, bool parse_options);
+  // Drops the options and the nominal's text; keeps the settings (unit type
+  // as set, any unit, dbmtow notation). A type adopted from an earlier
+  // nominal under allow_any_unit is forgotten.
+  void clear();
 
   // The option of that kind, created (empty, invalid, with the nominal's
   // dbmtow setting) when absent.
@@ -460,7 +478,7 @@ class QORIN_EXPORT ParamItemParser {
   // those added later.
   const OptionList& options() const { return options_; }
 
-  void set_unit_type(const units::UnitType* type) { unit_type_ = type; }
+  void set_unit_type(const units::UnitType* type) { unit_type_ = set_type_ = type; }
   // Catalogue entry code + 2; null outside the catalogue.
   void set_legacy_unit(DMUnitE code);
   const units::UnitType* unit_type() const { return unit_type_; }
@@ -486,6 +504,8 @@ class QORIN_EXPORT ParamItemParser {
 
   // The nominal's text, then each option's full text after one blank.
   std::string get_combined_string() const;
+  // The same into *out, reusing its storage.
+  void get_combined_string(std::string* out) const;
   // False when any option is invalid; the nominal is not examined.
   bool is_valid() const;
 
@@ -496,14 +516,20 @@ class QORIN_EXPORT ParamItemParser {
   std::string get_short_annotation_string(const ShortAnnotationHelper& policy,
                                           const std::string& text);
 
+  // "opt", "stat", "tune" or "doe" for this parser's option of that kind;
+  // "" for one added through neither.
+  const char* kind_name(const ParamOptionData* option) const;
+
  private:
   bool pull_one_option(std::string_view* text);
+  void clear_options();
   void add_option(std::unique_ptr<ParamOptionData> option);
   template <class Kind>
   Kind* add_kind(Kind** slot);
 
   const units::UnitType* unit_type_ = nullptr;
   bool allow_any_unit_ = false;
+  const units::UnitType* set_type_ = nullptr;  // unit_type_ as the caller set it
   ParserValue nominal_;
   OptionList options_;
   ParamTuneData* tune_ = nullptr;
@@ -511,6 +537,69 @@ class QORIN_EXPORT ParamItemParser {
   ParamStatData* stat_ = nullptr;
   ParamDoeData* doe_ = nullptr;
 };
+
+// ---------------------------------------------------------------------------
+// Checking an annotation: one call that reads a text the way the qorin tool
+// does and returns its canonical text with a verdict.
+//
+// The canonical text is a fixed point: checked again with the same settings
+// it comes back unchanged and means the same (nominal value and unit, each
+// option's kind, enabled flag, sweep form, words and values). What the rules
+// cannot carry is kept as typed: an invalid option, and under allow_any_unit
+// a nominal whose unit the plain form hides (temperature, angle), written
+// "value unit" so that the type survives.
+//
+// Diagnostics, in this order:
+//   error    invalid option "opt{ 1 to 2 by 0.1 }": opt does not allow a stepped range
+//   error    invalid option "stat{ 1 to 2 }": its body does not parse
+//   warning  option "stat{ gauss +/- 5 % 7 }" drops the words "5 % 7"
+//   warning  nominal "10 pF" is not a number, variable, quoted string or file
+//            reference with a unit of type freq
+// An annotation without errors is what ParamItemParser::is_valid() calls
+// valid; the warnings are about the nominal and lost words, which it does not
+// look at.
+//
+// Example (capacitance type):
+//   check_annotation("10 pF opt{ 1 pF to 20 pF }", {cap})
+//     => canonical "10pF opt{ 1pF to 20pF }", no diagnostics
+//   check_annotation("(a)*(b) pF", {cap})
+//     => canonical "(a)*(b) pF" (kept), warning about the nominal
+//
+// To write an edited annotation back without this function: reformat() on
+// the parser (or on each option changed), then get_combined_string().
+// ---------------------------------------------------------------------------
+
+struct AnnotationSettings {
+  const units::UnitType* unit_type = nullptr;  // null: no type imposed
+  bool allow_any_unit = false;                 // the nominal's unit sets the type
+  bool use_dbmtow_functions = true;            // power as dbmtow(...), not «10dBm»
+};
+
+struct AnnotationDiagnostic {
+  enum Severity : int { warning = 0, error = 1 };
+  Severity severity = warning;
+  std::string message;
+};
+
+struct AnnotationCheck {
+  std::string canonical;
+  std::vector<AnnotationDiagnostic> diagnostics;
+
+  bool has(AnnotationDiagnostic::Severity severity) const {
+    for (const AnnotationDiagnostic& d : diagnostics) {
+      if (d.severity == severity) return true;
+    }
+    return false;
+  }
+};
+
+// Configures `parser` with `settings`, parses `text` (clearing what the
+// parser held), re-forms it and fills `*check`. The parser keeps the parsed
+// annotation for the caller to look at. Reusing one parser and one check for
+// many texts avoids most allocations.
+QORIN_EXPORT void check_annotation(ParamItemParser& parser, const std::string& text,
+                                   const AnnotationSettings& settings, AnnotationCheck* check);
+QORIN_EXPORT AnnotationCheck check_annotation(const std::string& text, const AnnotationSettings& settings);
 
 // A value that is looked up in a data file: «file{dataset, value}».
 //

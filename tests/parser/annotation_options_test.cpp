@@ -41,11 +41,11 @@ TEST(AnnotationSweep, EveryBranchOfTheGrammar) {
       {"+/- 5 %", sweep_percent_delta, "x{ +/- 5% }"}, {"+/- 5%", sweep_percent_delta, "x{ +/- 5% }"},
       {"+/- 1 pF", sweep_delta, "x{ +/- 1pF }"}, {"+/- 1", sweep_delta, "x{ +/- 1 }"},
       {"1% to 2%", sweep_range, "x{ 1% to 2% }"},
-      // A failed two-word read leaves the option invalid, except for the
-      // start of a range, whose failure has never been checked.
+      // A failed two-word read leaves the option invalid, the start of a
+      // range included: a range never loses the words of its start.
       {"1 to 2 xF", sweep_invalid, nullptr}, {"1 to 2 by", sweep_invalid, nullptr},
       {"1 to 2 xF by 1", sweep_invalid, nullptr}, {"1 to 2 by 1 xF", sweep_invalid, nullptr},
-      {"+/- 1 xF", sweep_invalid, nullptr}, {"1 xF to 2", sweep_range, "x{  to 2 }"},
+      {"+/- 1 xF", sweep_invalid, nullptr}, {"1 xF to 2", sweep_invalid, nullptr},
       // "+/-" with no word, or too many, still gives a deviation.
       {"+/-", sweep_delta, "x{ +/-  }"}, {"+/- 1 2 3", sweep_delta, "x{ +/-  }"},
   };

@@ -1,9 +1,7 @@
 // ParamItemParser: which trailing options are pulled off, in which order the
 // annotation is written back, the settings that act on all its values, and
-// the stability of the canonical text.
+// reuse of one parser.
 #include <qorin/parser.h>
-
-#include "tools/qorin/annotation_examples.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +10,6 @@ namespace {
 using namespace qorin::parser;
 using qorin::units::find_unit;
 using qorin::units::find_unit_type;
-using qorin::tool::AnnotationExample;
 
 std::string type_name(const qorin::units::UnitType* type) { return type ? type->unit_type_name() : ""; }
 
@@ -104,32 +101,6 @@ TEST(AnnotationParser, DbmtowReachesEveryValueAndLaterOptions) {
   parser.set_use_dbmtow_functions(false);
   EXPECT_EQ(parser.get_combined_string(), "30dBm tune{ 20dBm to 40dBm by 1dBm } stat{ gauss +/- 1dBm }");
   EXPECT_FALSE(parser.add_opt()->start().uses_dbmtow_functions());
-}
-
-std::string canonical(const AnnotationExample& settings, const std::string& text) {
-  ParamItemParser parser;
-  qorin::tool::read_example(parser, settings, text);
-  return parser.get_combined_string();
-}
-
-TEST(AnnotationParser, ReadingTheCanonicalTextAgainChangesNothing) {
-  // Each example with its own settings, then with every unit type (power
-  // written both ways), with no type and with any unit.
-  std::vector<AnnotationExample> settings;
-  for (const auto& type : qorin::units::get_all_units()) {
-    const char* name = type.unit_type_name().c_str();
-    for (bool dbmtow : {true, false}) settings.push_back({name, name, false, dbmtow, nullptr, ""});
-  }
-  settings.push_back({"no type", nullptr, false, true, nullptr, ""});
-  settings.push_back({"any unit", nullptr, true, true, nullptr, ""});
-  for (const AnnotationExample& example : qorin::tool::kAnnotationExamples) {
-    std::string first = canonical(example, example.text);
-    EXPECT_EQ(canonical(example, first), first) << example.text;
-    for (const AnnotationExample& other : settings) {
-      std::string again = canonical(other, example.text);
-      EXPECT_EQ(canonical(other, again), again) << example.text << " as " << other.shows;
-    }
-  }
 }
 
 }  // namespace

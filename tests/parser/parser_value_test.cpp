@@ -35,7 +35,7 @@ TEST(ParserValueParse, SplitsValueAndUnit) {
       {"1 m", "res", "1", "mOhm", "1mOhm"},          {"1 M", "res", "1", "MOhm", "1MOhm"},
       // "mm" matches by its letter first and is refused, "nm" follows later.
       {"3 nm", "lng", "3", "nm", "3nm"},             {"2.5", "freq", "2.5", "", "2.5"},
-      {"x_1 GHz", "freq", "x_1", "GHz", "x_1GHz"},   {"x_1GHz", "freq", "x_1GHz", "", "x_1GHz"},
+      {"x_1 GHz", "freq", "x_1", "GHz", "(x_1) GHz"},   {"x_1GHz", "freq", "x_1GHz", "", "x_1GHz"},
       {"\"a\"pF", "cap", "\"a\"", "pF", "\"a\"pF"},  {"file{a.txt} Hz", "freq", "file{a.txt}", "Hz", "file{a.txt}Hz"},
       {"(a+b) pF", "cap", "a+b", "pF", "(a+b) pF"},  {"a+b pF", "cap", "a+b pF", "", "a+b pF"},
       // Parentheses stay unless what they hold glues to the unit safely.
@@ -47,6 +47,11 @@ TEST(ParserValueParse, SplitsValueAndUnit) {
       {"10 m", "power", "10", "mW", "10mW"},          {" dbwtow ( -3 ) ", "power", "-3", "dBW", "dbwtow(-3)"},
       {"dbmtow(a+b)", "power", "a+b", "dBm", "dbmtow(a+b)"}, {"dbmtow_gain", "power", "dbmtow_gain", "", "dbmtow_gain"},
       {"DBMTOW(10)", "power", "DBMTOW(10)", "", "DBMTOW(10)"}, {"dbmtow(10)", "cap", "dbmtow(10)", "", "dbmtow(10)"},
+      // Only a matched pair comes off; a quoted ')' does not count.
+      {"(a)*(b) pF", "cap", "(a)*(b) pF", "", "(a)*(b) pF"}, {"(')') pF", "cap", "')'", "pF", "(')') pF"},
+      {"dbmtow((a)*(b))", "power", "(a)*(b)", "dBm", "dbmtow((a)*(b))"},
+      {"dbmtow((a))", "power", "(a)", "dBm", "dbmtow((a))"},
+      {"dbmtow(((()))", "power", "dbmtow(((()))", "", "dbmtow(((()))"},
       // Percent first, then any unit in catalogue order, then the type.
       {"5 %", "cap", "5", "%", "5%", true},           {"5 %", "cap", "5 %", "", "5 %"},
       {"5 ft", "dist", "5", "ft", "5ft", false, true}, {"5 m", "lng", "5", "mOhm", "5mOhm", false, true},
@@ -131,8 +136,8 @@ TEST(ParserValueScale, RescalesNumbersToSixDigitsOrRefuses) {
 TEST(ParserValueSet, TheTextsOwnUnitWinsOverTheGivenOne) {
   const UnitAndMultiplier mhz = find_unit("MHz");
   struct Case { const char* value; UnitAndMultiplier units; const char* combined; };
-  const Case cases[] = {{"5 GHz", mhz, "5GHz"},  {" x ", mhz, "xMHz"}, {"a+b", find_unit("pF"), "(a+b) pF"},
-                        {"m", find_unit("mOhm"), "mmOhm"}, {"7", {}, "7"}};
+  const Case cases[] = {{"5 GHz", mhz, "5GHz"},  {" x ", mhz, "(x) MHz"}, {"a+b", find_unit("pF"), "(a+b) pF"},
+                        {"m", find_unit("mOhm"), "(m) mOhm"}, {"7", {}, "7"}};
   for (const Case& c : cases) {
     ParserValue v;
     v.set_value_and_unit_multiplier(c.value, c.units);

@@ -30,3 +30,56 @@ qorin_tool_test(annotate_json_or_canonical
 qorin_tool_test(demo
   ARGS demo
   EXPECT demo.txt)
+
+# Every problem of a file of good and bad lines is named with its line, the
+# other lines are still written; invalid bytes and an over-long line do not
+# stop the run.
+qorin_tool_test(annotate_mixed_lines
+  ARGS annotate --canonical --type cap --max-line-bytes 64
+  STDIN ${CMAKE_CURRENT_SOURCE_DIR}/input/annotate_mixed.txt
+  STATUS 1 EXPECT annotate_mixed_lines.txt STDERR_FILE annotate_mixed_lines.err)
+qorin_tool_test(annotate_mixed_json
+  ARGS annotate --json --type cap --max-line-bytes 64 --file -
+  STDIN ${CMAKE_CURRENT_SOURCE_DIR}/input/annotate_mixed.txt
+  STATUS 1 EXPECT annotate_mixed_json.txt)
+qorin_tool_test(annotate_fixed_points
+  ARGS annotate --canonical --type power
+  STDIN ${CMAKE_CURRENT_SOURCE_DIR}/input/annotate_fixed_points.txt
+  EXPECT ../input/annotate_fixed_points.txt)
+# A unit that the plain form hides keeps the type under --any-unit; an
+# option value in a unit of another type leaves the option as typed.
+qorin_tool_test(annotate_any_unit_hidden_unit
+  ARGS annotate --canonical --any-unit "627.0 dBm nodoe { 1.80778e6 dbm to 8.95083e1 Celsius }" "20 Celsius opt{ 1 to 2 }"
+  STATUS 1 EXPECT annotate_any_unit_hidden_unit.txt)
+# 10 dBm is 0.01 W exactly, on every platform.
+qorin_tool_test(annotate_power_mks
+  ARGS annotate --type power "10 dBm" "13 dBm"
+  EXPECT annotate_power_mks.txt)
+# Warnings fail the run only under --strict.
+qorin_tool_test(annotate_warning
+  ARGS annotate --canonical --type freq "10 pF"
+  EXPECT annotate_warning.txt STDERR_FILE annotate_warning.err)
+qorin_tool_test(annotate_strict
+  ARGS annotate --canonical --strict --type freq "10 pF"
+  STATUS 1 EXPECT annotate_warning.txt STDERR_FILE annotate_warning.err)
+qorin_tool_test(annotate_file_is_directory
+  ARGS annotate --file . STATUS 2 STDERR "^qorin: read error: \\.: ")
+qorin_tool_test(annotate_file_missing
+  ARGS annotate --file no-such-file.txt STATUS 2 STDERR "^qorin: read error: no-such-file.txt: ")
+
+# Output that goes nowhere, and a directory as standard input, where the
+# platform has them: never a success.
+if(NOT CMAKE_CROSSCOMPILING AND EXISTS /dev/full)
+  foreach(case "full_disk|annotate --canonical 1 >/dev/full|write error: No space left on device"
+                "full_disk_units|units >/dev/full|write error: No space left on device"
+                "closed_stdout|annotate --canonical 1 >&-|write error: Bad file descriptor"
+                "directory_stdin|annotate --canonical </|read error: <stdin>: Is a directory")
+    string(REPLACE "|" ";" parts "${case}")
+    list(GET parts 0 name)
+    list(GET parts 1 command)
+    list(GET parts 2 message)
+    add_test(NAME tool.io_${name}
+      COMMAND sh -c "$<TARGET_FILE:qorin> ${command}; echo status $?")
+    set_tests_properties(tool.io_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^qorin: ${message}\nstatus 2\n$")
+  endforeach()
+endif()

@@ -1,5 +1,6 @@
 # Runs one qorin invocation and compares its standard output (line endings
-# normalised) with the expected file and its exit status with EXPECT_STATUS.
+# normalised) with the expected file, its standard error with the expected
+# file or pattern, and its exit status with EXPECT_STATUS.
 set(input_args)
 if(STDIN_FILE)
   set(input_args INPUT_FILE ${STDIN_FILE})
@@ -19,4 +20,10 @@ if(EXPECT_FILE AND NOT IS_DIRECTORY "${EXPECT_FILE}")
 endif()
 if(EXPECT_STDERR AND NOT err MATCHES "${EXPECT_STDERR}")
   message(FATAL_ERROR "stderr does not match '${EXPECT_STDERR}':\n${err}")
+endif()
+if(EXPECT_STDERR_FILE)
+  file(READ ${EXPECT_STDERR_FILE} expected)
+  if(NOT err STREQUAL expected)
+    message(FATAL_ERROR "stderr differs from ${EXPECT_STDERR_FILE}\n--- got:\n${err}\n--- expected:\n${expected}")
+  endif()
 endif()

@@ -15,11 +15,29 @@ TEST(UnitConversion, ToMksIsAPlainFactorExceptForDbmAndDbw) {
   EXPECT_EQ(convert_parm_value_to_mks_units(2.0, find_unit("GHz")), 2e9);
   EXPECT_EQ(convert_parm_value_to_mks_units(20.0, find_unit("dB")), 20.0);           // no logarithm
   EXPECT_EQ(convert_parm_value_to_mks_units(25.0, find_unit("Celsius")), 25.0);      // no offset
-  // The exponent is multiplied by 0.1: for 33 dBm, (33 - 30) / 10 gives
-  // another double, and another power of ten.
-  for (double x : {-150.5, 0.0, 0.1, 13.0, 30.0, 33.0, 47.3, 123.456}) {
-    EXPECT_EQ(convert_parm_value_to_mks_units(x, find_unit("dBm")), std::pow(10.0, (x - 30.0) * 0.1)) << x;
-    EXPECT_EQ(convert_parm_value_to_mks_units(x, find_unit("dBW")), std::pow(10.0, x * 0.1)) << x;
+  // The exponent is multiplied by 0.1, and the power of ten is the nearest
+  // double on every platform: a whole exponent gives the exact power (10 dBm
+  // is 0.01 W, not 0.010000000000000002), any other the correctly rounded one.
+  struct Case { double value, dbm_in_w, dbw_in_w; };
+  const Case cases[] = {
+      {-150.5, 8.91250938133744e-19, 8.91250938133744e-16}, {0.0, 0.001, 1.0}, {10.0, 0.01, 10.0},
+      {0.1, 0.0010232929922807535, 1.023292992280754},      {13.0, 0.01995262314968879, 19.952623149688797},
+      {33.0, 1.9952623149688797, 1995.262314968881},        {47.3, 53.703179637025244, 53703.17963702522},
+      {123.456, 2216154325.959725, 2216154325959.725},      {3100.0, 1e307, HUGE_VAL}, {-3300.0, 0.0, 0.0},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(convert_parm_value_to_mks_units(c.value, find_unit("dBm")), c.dbm_in_w) << c.value;
+    EXPECT_EQ(convert_parm_value_to_mks_units(c.value, find_unit("dBW")), c.dbw_in_w) << c.value;
+  }
+  // And back: 10 log10(w) + 30, log10 correctly rounded, down to the
+  // smallest subnormal.
+  const double watts[][2] = {{2.0, 33.01029995663981},      {0.5, 26.989700043360187}, {0.001, 0.0},
+                             {123.456, 50.91512201627772},  {5e-324, -3203.062153431158},
+                             {1.7976931348623157e308, 3112.5471555991676}};
+  for (const auto& w : watts) {
+    double dbm = 0;
+    EXPECT_TRUE(convert_parm_value_from_mks_units(w[0], find_unit("dBm"), &dbm));
+    EXPECT_EQ(dbm, w[1]) << w[0];
   }
 }
 

@@ -1,7 +1,5 @@
 // Annotations as users write them, realistic and odd, each with the parser
-// settings it is read with. `qorin demo` shows them, the annotation tests
-// check that their canonical text is stable, and the annotation fuzz target
-// starts from them.
+// settings it is read with, for `qorin demo`.
 #pragma once
 
 #include <qorin/parser.h>
@@ -9,20 +7,6 @@
 #include <string>
 
 namespace qorin::tool {
-
-// Reads `text` the way the tool does: configure, parse with the options,
-// optionally give unitless values `scale_to`, re-form. The canonical text is
-// then parser.get_combined_string(). `parser` must be fresh.
-inline void read_annotation(parser::ParamItemParser& parser, const std::string& text,
-                            const units::UnitType* unit_type, bool any_unit, bool use_dbmtow,
-                            units::UnitAndMultiplier scale_to = {}) {
-  parser.set_unit_type(unit_type);
-  parser.allow_any_unit(any_unit);
-  parser.set_use_dbmtow_functions(use_dbmtow);
-  parser.parse(text, true);
-  if (scale_to.is_valid()) parser.scale_all_unitless_values(scale_to);
-  parser.reformat();
-}
 
 struct AnnotationExample {
   const char* shows;      // what the example demonstrates
@@ -95,12 +79,20 @@ inline constexpr AnnotationExample kAnnotationExamples[] = {
     {"disabled options of two kinds", "num", false, true, nullptr, "1 nodoe{ 1 to 2 } notune{ 1 to 2 by 1 }"},
 };
 
-// Reads `text` (the example's own or its canonical text) with the example's settings.
-inline void read_example(parser::ParamItemParser& parser, const AnnotationExample& example,
-                         const std::string& text) {
-  read_annotation(parser, text, example.unit_type ? units::find_unit_type(example.unit_type) : nullptr,
-                  example.any_unit, example.use_dbmtow,
-                  example.scale_to ? units::find_unit(example.scale_to) : units::UnitAndMultiplier{});
+// Checks the example's text with its settings, then rescales unitless values
+// when the example asks for it.
+inline parser::AnnotationCheck read_example(parser::ParamItemParser& parser, const AnnotationExample& example) {
+  parser::AnnotationCheck check;
+  parser::check_annotation(parser, example.text,
+                           {example.unit_type ? units::find_unit_type(example.unit_type) : nullptr,
+                            example.any_unit, example.use_dbmtow},
+                           &check);
+  if (example.scale_to) {
+    parser.scale_all_unitless_values(units::find_unit(example.scale_to));
+    parser.reformat();
+    check.canonical = parser.get_combined_string();
+  }
+  return check;
 }
 
 }  // namespace qorin::tool

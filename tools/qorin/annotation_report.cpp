@@ -5,6 +5,9 @@
 #include <qorin/text.h>
 
 #include <fmt/format.h>
+#include <utf8.h>
+
+#include <iterator>
 
 namespace qorin::tool {
 
@@ -12,17 +15,6 @@ namespace {
 
 using nlohmann::ordered_json;
 using parser::ParamOptionData;
-
-const char* sweep_name(parser::ParamOptionSweepType type) {
-  switch (type) {
-    case parser::sweep_empty: return "empty";
-    case parser::sweep_range: return "range";
-    case parser::sweep_stepped_range: return "stepped range";
-    case parser::sweep_delta: return "deviation";
-    case parser::sweep_percent_delta: return "percent deviation";
-    default: return "invalid";
-  }
-}
 
 ordered_json value_json(const parser::ParserValue& value) {
   ordered_json out;
@@ -37,13 +29,6 @@ ordered_json value_json(const parser::ParserValue& value) {
     out["mks"] = unit.is_valid() ? units::convert_parm_value_to_mks_units(x, unit) : x;
   }
   return out;
-}
-
-const char* kind_name(const parser::ParamItemParser& parser, const ParamOptionData* option) {
-  if (option == parser.opt()) return "opt";
-  if (option == parser.stat()) return "stat";
-  if (option == parser.tune()) return "tune";
-  return "doe";
 }
 
 void add_kind_words(const parser::ParamItemParser& parser, const ParamOptionData* option, ordered_json& out) {
@@ -63,10 +48,10 @@ void add_kind_words(const parser::ParamItemParser& parser, const ParamOptionData
 
 ordered_json option_json(const parser::ParamItemParser& parser, const ParamOptionData& option) {
   ordered_json out;
-  out["kind"] = kind_name(parser, &option);
+  out["kind"] = parser.kind_name(&option);
   out["text"] = option.get_full_text();
   out["enabled"] = option.enabled();
-  out["sweep"] = sweep_name(option.sweep_type());
+  out["sweep"] = parser::sweep_type_name(option.sweep_type());
   parser::ParamOptionSweepType sweep = option.sweep_type();
   if (sweep >= parser::sweep_range) out["start"] = value_json(option.start());
   if (sweep == parser::sweep_range || sweep == parser::sweep_stepped_range) out["stop"] = value_json(option.stop());
@@ -86,11 +71,13 @@ std::string describe_value(const ordered_json& value) {
 
 }  // namespace
 
-ordered_json annotation_json(const parser::ParamItemParser& parser, const std::string& input) {
+ordered_json annotation_json(const parser::ParamItemParser& parser, const parser::AnnotationCheck& check,
+                             const std::string& input) {
   ordered_json out;
   out["input"] = input;
-  out["canonical"] = parser.get_combined_string();
-  out["valid"] = parser.is_valid();
+  out["canonical"] = check.canonical;
+  out["valid"] = !check.has(parser::AnnotationDiagnostic::error);
+  if (!utf8::is_valid(input.begin(), input.end())) out["repaired"] = true;
   out["unit_type"] = parser.unit_type() ? ordered_json(parser.unit_type()->unit_type_name()) : ordered_json(nullptr);
   out["nominal"] = value_json(parser.get_nominal());
   ordered_json options = ordered_json::array();
@@ -99,16 +86,25 @@ ordered_json annotation_json(const parser::ParamItemParser& parser, const std::s
     options.push_back(option_json(parser, **it));
   }
   out["options"] = std::move(options);
+  ordered_json diagnostics = ordered_json::array();
+  for (const parser::AnnotationDiagnostic& d : check.diagnostics) {
+    diagnostics.push_back({{"severity", d.severity == parser::AnnotationDiagnostic::error ? "error" : "warning"},
+                           {"message", d.message}});
+  }
+  out["diagnostics"] = std::move(diagnostics);
   return out;
 }
 
-std::string describe_annotation(const parser::ParamItemParser& parser, const std::string& input) {
-  ordered_json report = annotation_json(parser, input);
+std::string describe_annotation(const parser::ParamItemParser& parser, const parser::AnnotationCheck& check,
+                                const std::string& input) {
+  ordered_json report = annotation_json(parser, check, input);
   std::string text;
   auto line = [&text](const std::string& label, const std::string& body) {
     text += fmt::format("{:<11}{}\n", label + ":", body);
   };
-  line("input", input);
+  std::string shown;
+  utf8::replace_invalid(input.begin(), input.end(), std::back_inserter(shown));
+  line("input", shown);
   line("canonical", report["canonical"].get<std::string>());
   line("valid", report["valid"].get<bool>() ? "yes" : "no");
   line("unit type", report["unit_type"].is_null() ? "none" : report["unit_type"].get<std::string>());

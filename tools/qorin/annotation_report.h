@@ -19,11 +19,16 @@ namespace qorin::tool {
 //   opt:       enabled, range, continuous
 //     start:   1 pF, MKS 1e-12
 //     stop:    20 pF, MKS 2e-11
-std::string describe_annotation(const parser::ParamItemParser& parser, const std::string& input);
+// Bytes of `input` that are not UTF-8 are shown as U+FFFD.
+std::string describe_annotation(const parser::ParamItemParser& parser, const parser::AnnotationCheck& check,
+                                const std::string& input);
 
-// The same as one JSON object: input, canonical, valid, unit_type, nominal
-// {text, value, unit, mks} and options [{kind, text, enabled, sweep, start,
-// stop, step, and the kind's own words}]; absent values are null.
-nlohmann::ordered_json annotation_json(const parser::ParamItemParser& parser, const std::string& input);
+// The same as one JSON object: input, canonical, valid, repaired (only when
+// the input is not valid UTF-8), unit_type, nominal {text, value, unit, mks},
+// options [{kind, text, enabled, sweep, start, stop, step, and the kind's own
+// words}] and diagnostics [{severity, message}]; absent values are null.
+// Strings hold raw bytes: dump them with error_handler_t::replace.
+nlohmann::ordered_json annotation_json(const parser::ParamItemParser& parser, const parser::AnnotationCheck& check,
+                                       const std::string& input);
 
 }  // namespace qorin::tool

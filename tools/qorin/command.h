@@ -22,6 +22,7 @@ namespace qorin::tool {
 constexpr int kExitOk = 0;
 constexpr int kExitInvalidInput = 1;  // an input was checked and found invalid
 constexpr int kExitUsage = 2;         // bad arguments: unknown option, command or name
+constexpr int kExitIo = 2;            // an input could not be read or the output written
 
 using CommandRun = std::function<int()>;
 // Adds the command's options to its sub-command and returns what runs it.

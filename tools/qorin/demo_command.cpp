@@ -20,9 +20,9 @@ int run_demo() {
   bool first = true;
   for (const AnnotationExample& example : kAnnotationExamples) {
     parser::ParamItemParser parser;
-    read_example(parser, example, example.text);
+    const parser::AnnotationCheck check = read_example(parser, example);
     std::cout << (first ? "" : "\n") << "== " << example.shows << " (" << settings_text(example) << ")\n"
-              << describe_annotation(parser, example.text);
+              << describe_annotation(parser, check, example.text);
     first = false;
   }
   return kExitOk;

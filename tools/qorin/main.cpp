@@ -1,6 +1,10 @@
 // qorin: the library's main jobs from a shell. Commands register themselves
 // (command.h); this file only dispatches and maps CLI11's errors to statuses.
+#include "checked_output.h"
 #include "command.h"
+#include "stdio_mode.h"
+
+#include <qorin/debug.h>
 
 #include <qorin/env.h>
 
@@ -36,7 +40,9 @@ int invalid_input(const std::string& message) { return report(message, kExitInva
 
 }  // namespace qorin::tool
 
-int main(int argc, char** argv) {
+namespace {
+
+int run(int argc, char** argv) {
   using namespace qorin::tool;
   // Windows hands main() its arguments in the ANSI code page: take them again
   // in UTF-8 so that every command reads non-ASCII text as typed.
@@ -47,7 +53,9 @@ int main(int argc, char** argv) {
   }
   // Named here: argv[0] is now the full path, which help texts need not show.
   CLI::App app{"qorin: check and convert parameter values, units and annotations", "qorin"};
-  app.footer("Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error.");
+  app.footer(
+      "Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error,\n"
+      "or an input that could not be read or output that could not be written.");
   app.require_subcommand(1);
   std::map<CLI::App*, CommandRun> runs;
   for (const Command& command : registered_commands()) {
@@ -68,4 +76,23 @@ int main(int argc, char** argv) {
     if (sub->parsed()) return run();
   }
   return kExitUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace qorin::tool;
+  // Output is the same bytes on every platform: no "\r\n" translation.
+  use_binary_stdio();
+  int status = kExitIo;
+  try {
+    status = run(argc, argv);
+  } catch (...) {
+    // Whatever a command lets escape is reported, never an abort.
+    try {
+      qorin::reportException("qorin", "");
+    } catch (...) {
+    }
+  }
+  return finish_output(status);
 }

@@ -1,0 +1,93 @@
+// check_annotation: the canonical text is a fixed point that keeps the
+// meaning, and every problem is named.
+#include <qorin/parser.h>
+
+#include "fuzz/annotation_corpus.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace qorin::parser;
+using qorin::units::find_unit_type;
+
+TEST(AnnotationCheck, CanonicalTextIsAFixedPointWithTheSameMeaning) {
+  // Every unit type, none and any unit, dbmtow on and off: 40 settings.
+  qorin::testing::AnnotationCorpus corpus(12);
+  std::vector<std::string> lines;
+  for (int i = 0; i < 4000; ++i) lines.push_back(corpus.next());
+  ParamItemParser parser;
+  AnnotationCheck first, second;
+  int failures = 0;
+  for (const AnnotationSettings& settings : qorin::testing::all_annotation_settings()) {
+    for (const std::string& line : lines) {
+      check_annotation(parser, line, settings, &first);
+      const std::string meaning = qorin::testing::annotation_meaning(parser);
+      check_annotation(parser, first.canonical, settings, &second);
+      if (second.canonical == first.canonical && qorin::testing::annotation_meaning(parser) == meaning) continue;
+      if (++failures > 20) continue;
+      ADD_FAILURE() << (settings.unit_type ? settings.unit_type->unit_type_name() : settings.allow_any_unit ? "any" : "none")
+                    << (settings.use_dbmtow_functions ? "" : " no-dbmtow") << "\n  input  " << line << "\n  first  "
+                    << first.canonical << "\n  second " << second.canonical << "\n  meant  " << meaning
+                    << "\n  now    " << qorin::testing::annotation_meaning(parser);
+    }
+  }
+  EXPECT_EQ(failures, 0);
+}
+
+std::string diagnostics_of(const AnnotationCheck& check) {
+  std::string text;
+  for (const AnnotationDiagnostic& d : check.diagnostics) {
+    text += std::string(text.empty() ? "" : " | ") + (d.severity == AnnotationDiagnostic::error ? "E " : "W ") + d.message;
+  }
+  return text;
+}
+
+TEST(AnnotationCheck, NamesEveryProblem) {
+  struct Case { const char *text, *type, *canonical, *diagnostics; };
+  const Case cases[] = {
+      {"10 pF opt{ 1 pF to 20 pF }", "cap", "10pF opt{ 1pF to 20pF }", ""},
+      {"10 pF opt{ 1 to 2 by 0.1 }", "cap", "10pF opt{ 1 to 2 by 0.1 }",
+       "E invalid option \"opt{ 1 to 2 by 0.1 }\": opt does not allow a stepped range"},
+      {"1 opt{ unconst }", "num", "1 opt{ unconst }", "E invalid option \"opt{ unconst }\": its body does not parse"},
+      {"1 stat{ distcompname = a } noopt{ 1 to 2 }", "num", "1 stat{ distcompname = a } noopt{ 1 to 2 }", ""},
+      {"1 tune{ 1 to 2 }", "num", "1 tune{ 1 to 2 }", "E invalid option \"tune{ 1 to 2 }\": tune does not allow a range"},
+      {"1 tune{ +/- 1 2 3 }", "num", "1 tune{ +/- 1 2 3 }",
+       "E invalid option \"tune{ +/- 1 2 3 }\": tune does not allow a deviation"},
+      // The nominal: a value of the type, or a warning.
+      {"10 pF", "freq", "10 pF",
+       "W nominal \"10 pF\" is not a number, variable, quoted string or file reference with a unit of type freq"},
+      {"10 pX", nullptr, "10 pX", "W nominal \"10 pX\" is not a number, variable, quoted string or file reference"},
+      {"(a+b) pF", "cap", "(a+b) pF", ""}, {"x_1", "cap", "x_1", ""}, {"", "cap", "", ""},
+      // Words the deviation rule ignores are named.
+      {"10 stat{ gauss +/- 5 % 7 }", "num", "10 stat{ gauss +/-  }", "W option \"stat{ gauss +/- 5 % 7 }\" drops the words \"5 % 7\""},
+      {"10 stat{ gauss +/- }", "num", "10 stat{ gauss +/-  }", ""},
+  };
+  for (const Case& c : cases) {
+    const AnnotationCheck check = check_annotation(c.text, {c.type ? find_unit_type(c.type) : nullptr, false, true});
+    EXPECT_EQ(check.canonical, c.canonical) << c.text;
+    EXPECT_EQ(diagnostics_of(check), c.diagnostics) << c.text;
+  }
+  // Under any unit the nominal's type survives even where its unit is hidden.
+  EXPECT_EQ(check_annotation("20 Celsius opt{ 1 to 2 }", {nullptr, true, true}).canonical, "20 Celsius opt{ 1 to 2 }");
+  EXPECT_EQ(check_annotation("(a+b) deg", {nullptr, true, true}).canonical, "(a+b) deg");
+  EXPECT_EQ(check_annotation("20 Celsius", {find_unit_type("temp"), false, true}).canonical, "20");
+}
+
+TEST(AnnotationCheck, AReusedParserStartsClean) {
+  ParamItemParser parser;
+  AnnotationCheck check;
+  check_annotation(parser, "3 dBm opt{ 1 dBm to 2 dBm } stat{ gauss +/- 1 }", {nullptr, true, false}, &check);
+  EXPECT_EQ(check.canonical, "3dBm opt{ 1dBm to 2dBm } stat{ gauss +/- 1 }");
+  // No option, no type and no notation of the first text carries over.
+  check_annotation(parser, "5 opt{ 1 to 2 }", {nullptr, true, true}, &check);
+  EXPECT_EQ(check.canonical, "5 opt{ 1 to 2 }");
+  EXPECT_EQ(parser.unit_type(), nullptr);
+  EXPECT_EQ(parser.stat(), nullptr);
+  EXPECT_EQ(parser.options().size(), 1u);
+  parser.clear();
+  EXPECT_EQ(parser.get_combined_string(), "");
+  EXPECT_EQ(parser.opt(), nullptr);
+}
+
+}  // namespace
