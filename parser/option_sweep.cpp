@@ -68,8 +68,9 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   // cannot be carried, and the read fails.
   // A failed read leaves the option invalid, so what it wrote does not matter.
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
+    const bool is_percent = allow_percent && value.unit_type() == units::detail::percent_unit().type();
     return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent) &&
-           (unit_type != nullptr || !value.units().is_valid() || (allow_percent && value.unit_type() == percent_type()));
+           (unit_type != nullptr || !value.units().is_valid() || is_percent);
   };
 
   if (n == 0) {
