@@ -40,64 +40,47 @@ Path temporary_root() {
   return Path::from_fs_path(std::filesystem::temp_directory_path());
 }
 
-TemporaryDirectory::TemporaryDirectory(const std::string& prefix) : TemporaryDirectory(temporary_root(), prefix) {}
+ScratchPath::ScratchPath(Path path, bool directory) : path_(std::move(path)), directory_(directory) {}
 
-TemporaryDirectory::TemporaryDirectory(const Path& parent, const std::string& prefix)
-    : path_(create_unique(parent, prefix, "", "create_directory", detail::os_create_private_directory)) {}
+ScratchPath::~ScratchPath() { release(); }
 
-TemporaryDirectory::~TemporaryDirectory() { release(); }
-
-TemporaryDirectory::TemporaryDirectory(TemporaryDirectory&& other) noexcept
-    : path_(std::move(other.path_)), keep_(other.keep_) {
+ScratchPath::ScratchPath(ScratchPath&& other) noexcept
+    : path_(std::move(other.path_)), keep_(other.keep_), directory_(other.directory_) {
   other.path_.clear();
 }
 
-TemporaryDirectory& TemporaryDirectory::operator=(TemporaryDirectory&& other) noexcept {
+ScratchPath& ScratchPath::operator=(ScratchPath&& other) noexcept {
   if (this != &other) {
     release();
     path_ = std::move(other.path_);
     keep_ = other.keep_;
+    directory_ = other.directory_;
     other.path_.clear();
   }
   return *this;
 }
 
-void TemporaryDirectory::release() noexcept {
+void ScratchPath::release() noexcept {
   if (!keep_ && !path_.empty()) {
     std::error_code ignored;  // nothing sensible to do from a destructor
-    std::filesystem::remove_all(path_.fs_path(), ignored);
+    if (directory_) {
+      std::filesystem::remove_all(path_.fs_path(), ignored);
+    } else {
+      std::filesystem::remove(path_.fs_path(), ignored);
+    }
   }
   path_.clear();
 }
+
+TemporaryDirectory::TemporaryDirectory(const std::string& prefix) : TemporaryDirectory(temporary_root(), prefix) {}
+
+TemporaryDirectory::TemporaryDirectory(const Path& parent, const std::string& prefix)
+    : ScratchPath(create_unique(parent, prefix, "", "create_directory", detail::os_create_private_directory), true) {}
 
 TemporaryFile::TemporaryFile(const std::string& prefix, const std::string& suffix)
     : TemporaryFile(temporary_root(), prefix, suffix) {}
 
 TemporaryFile::TemporaryFile(const Path& dir, const std::string& prefix, const std::string& suffix)
-    : path_(create_unique(dir, prefix, suffix, "create_file", detail::os_create_private_file)) {}
-
-TemporaryFile::~TemporaryFile() { release(); }
-
-TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept : path_(std::move(other.path_)), keep_(other.keep_) {
-  other.path_.clear();
-}
-
-TemporaryFile& TemporaryFile::operator=(TemporaryFile&& other) noexcept {
-  if (this != &other) {
-    release();
-    path_ = std::move(other.path_);
-    keep_ = other.keep_;
-    other.path_.clear();
-  }
-  return *this;
-}
-
-void TemporaryFile::release() noexcept {
-  if (!keep_ && !path_.empty()) {
-    std::error_code ignored;
-    std::filesystem::remove(path_.fs_path(), ignored);
-  }
-  path_.clear();
-}
+    : ScratchPath(create_unique(dir, prefix, suffix, "create_file", detail::os_create_private_file), false) {}
 
 }  // namespace qorin

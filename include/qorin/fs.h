@@ -406,44 +406,41 @@ QORIN_EXPORT std::string get_directory_from_file(const std::string& path);
 //   TemporaryFile netlist(scratch.path(), "net", ".cir");
 QORIN_EXPORT Path temporary_root();
 
-class QORIN_EXPORT TemporaryDirectory {
+// What both scratch objects are: a path they made, removed with them.
+class QORIN_EXPORT ScratchPath {
+ public:
+  ~ScratchPath();
+  ScratchPath(ScratchPath&& other) noexcept;
+  ScratchPath& operator=(ScratchPath&& other) noexcept;
+  ScratchPath(const ScratchPath&) = delete;
+  ScratchPath& operator=(const ScratchPath&) = delete;
+
+  const Path& path() const { return path_; }
+  void keep() { keep_ = true; }
+
+ protected:
+  // `directory`: removed with its contents; otherwise as a single file.
+  ScratchPath(Path path, bool directory);
+
+ private:
+  void release() noexcept;
+  Path path_;
+  bool keep_ = false;
+  bool directory_ = false;
+};
+
+class QORIN_EXPORT TemporaryDirectory : public ScratchPath {
  public:
   // Under temporary_root(), named `prefix` "-" random hex.
   explicit TemporaryDirectory(const std::string& prefix = "qorin");
   TemporaryDirectory(const Path& parent, const std::string& prefix);
-  ~TemporaryDirectory();
-  TemporaryDirectory(TemporaryDirectory&& other) noexcept;
-  TemporaryDirectory& operator=(TemporaryDirectory&& other) noexcept;
-  TemporaryDirectory(const TemporaryDirectory&) = delete;
-  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-
-  const Path& path() const { return path_; }
-  void keep() { keep_ = true; }
-
- private:
-  void release() noexcept;
-  Path path_;
-  bool keep_ = false;
 };
 
-class QORIN_EXPORT TemporaryFile {
+class QORIN_EXPORT TemporaryFile : public ScratchPath {
  public:
   // Created empty and closed, named `prefix` "-" random hex `suffix`.
   explicit TemporaryFile(const std::string& prefix = "qorin", const std::string& suffix = "");
   TemporaryFile(const Path& dir, const std::string& prefix, const std::string& suffix);
-  ~TemporaryFile();
-  TemporaryFile(TemporaryFile&& other) noexcept;
-  TemporaryFile& operator=(TemporaryFile&& other) noexcept;
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-  const Path& path() const { return path_; }
-  void keep() { keep_ = true; }
-
- private:
-  void release() noexcept;
-  Path path_;
-  bool keep_ = false;
 };
 
 // Brings the current directory back on destruction; a failure to do so goes
