@@ -3,6 +3,7 @@
 #include "support/comma_locale.h"
 #include "support/scoped_environment.h"
 #include "support/stream_capture.h"
+#include "support/thrown_message.h"
 
 #include <gtest/gtest.h>
 
@@ -98,12 +99,8 @@ TEST_F(FlagTest, DuplicateNameThrowsAndKeepsTheFirst) {
   readVariable("DUP=9");
   Flag first("DUP");
   const auto count = Flag::flagCount();
-  try {
-    Flag second("DUP");
-    FAIL() << "no exception";
-  } catch (const std::runtime_error& e) {
-    EXPECT_STREQ(e.what(), "Duplicate debug flag name: \"DUP\"");
-  }
+  EXPECT_EQ(qorin::testing::thrown_message<std::runtime_error>([] { Flag second("DUP"); }),
+            "Duplicate debug flag name: \"DUP\"");
   EXPECT_EQ(Flag::flagCount(), count);
   readVariable("DUP=10");
   EXPECT_EQ(first.asNumber(), 10.0);

@@ -9,9 +9,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 
@@ -20,16 +18,19 @@ using qorin::testing::expectLines;
 using qorin::testing::interceptStreams;
 using Interception = qorin::testing::InterceptionTest;
 
-TEST_F(Interception, LongLinesArriveInPiecesAndCarriageReturnsAreDropped) {
+TEST_F(Interception, LongLinesArriveInPiecesCarriageReturnsAreDroppedChildrenAreLogged) {
   EXPECT_IN_CHILD([] {
     auto output = interceptStreams(true);
     std::fputs((std::string(25000, 'x') + "\n").c_str(), stdout);
     std::printf("a\r\n");
     std::fputs("err\n", stderr);  // without STREAMDOUBLEPIPE: standard output
+    std::fflush(nullptr);
+    const int status = std::system("echo from-child");  // a child process's output too
     Logger::waitForStreamSync();
     const std::string piece(MAX_LINE_LENGTH, 'x');
-    return expectLines(output->lines(), {"0|" + piece, "0|" + piece, "0|" + std::string(25000 - 2 * 10240, 'x') + "\n",
-                                         "0|a\n", "0|err\n"});
+    return (status == 0 ? "" : "system failed\n") +
+           expectLines(output->lines(), {"0|" + piece, "0|" + piece, "0|" + std::string(25000 - 2 * 10240, 'x') + "\n",
+                                         "0|a\n", "0|err\n", "0|from-child\n"});
   });
 }
 
@@ -115,17 +116,7 @@ TEST_F(Interception, InterceptStreamsZeroTakesStandardErrorAlone) {
   });
 }
 
-TEST_F(Interception, ChildProcessOutputIsLogged) {
-  EXPECT_IN_CHILD([] {
-    auto output = interceptStreams(true);
-    std::fflush(nullptr);
-    const int status = std::system("echo from-child");
-    Logger::waitForStreamSync();
-    return (status == 0 ? "" : "system failed\n") + expectLines(output->lines(), {"0|from-child\n"});
-  });
-}
-
-TEST_F(Interception, ThreadsAreNumberedFromOne) {
+TEST_F(Interception, ThreadsAreNumberedFromOneAndKeepTheirNumber) {
   EXPECT_IN_CHILD([] {
     Multiplexer mux;
     auto output = std::make_shared<qorin::testing::RecordingOutput>();
@@ -133,23 +124,19 @@ TEST_F(Interception, ThreadsAreNumberedFromOne) {
     mux.enableThreadIDs(true);
     mux.logLogMsg("a\n");
     std::thread([&] { mux.logLogMsg("b\n"); }).join();
-    return expectLines(output->lines(), {"2|T1: a\n", "2|T2: b\n"});
+    std::thread([&] { mux.logLogMsg("c\n"); }).join();
+    mux.logLogMsg("d\n");  // the main thread keeps its number
+    return expectLines(output->lines(), {"2|T1: a\n", "2|T2: b\n", "2|T3: c\n", "2|T1: d\n"});
   });
 }
 
-// A variable, since the child re-runs the test up to the death statement.
-const std::string& exitLogName() {
-  static const std::string name = [] {
-    if (const char* inherited = std::getenv("QORIN_EXIT_TEST_LOG")) return std::string(inherited);
-    static qorin::testing::TemporaryFileName log("exit");
-    qorin::putEnvKstring("QORIN_EXIT_TEST_LOG", log.name());
-    return log.name();
-  }();
-  return name;
-}
-
 TEST_F(Interception, NormalExitDeliversTheLastLines) {
-  const std::string log = exitLogName();
+  // The child re-runs the test up to the death statement: it takes the
+  // parent's file name from the environment.
+  static const qorin::testing::TemporaryFileName own("exit");
+  const char* inherited = std::getenv("QORIN_EXIT_TEST_LOG");
+  const std::string log = inherited && *inherited ? inherited : own.name();
+  qorin::putEnvKstring("QORIN_EXIT_TEST_LOG", log);
   EXPECT_EXIT(
       {
         Logger::initialize(log.c_str(), false);
@@ -161,13 +148,7 @@ TEST_F(Interception, NormalExitDeliversTheLastLines) {
       },
       ::testing::ExitedWithCode(0), "");
   qorin::putEnvKstring("QORIN_EXIT_TEST_LOG", "");
-  std::FILE* file = std::fopen(log.c_str(), "rb");
-  ASSERT_NE(file, nullptr);
-  char text[64] = {};
-  std::fread(text, 1, sizeof text - 1, file);
-  std::fclose(file);
-  std::remove(log.c_str());
-  const std::string got = text;
+  const std::string got = own.read();
   EXPECT_TRUE(got == "s:last\ns:tail" || got == "s:tails:last\n") << got;
 }
 

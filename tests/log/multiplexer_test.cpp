@@ -10,7 +10,6 @@
 #include <regex>
 #include <stdexcept>
 #include <string>
-#include <thread>
 
 namespace {
 
@@ -135,22 +134,6 @@ TEST(Multiplexer, InitializeOpensTheNamedFileOrLogfileOrDropsMessages) {
   qorinCoreLogFileNameFlag().clear();
   EXPECT_EQ(named.read(), "s:a\n");
   EXPECT_EQ(flagged.read(), "s:b\n");
-}
-
-TEST(Multiplexer, ThreadsKeepTheirNumberAndNewThreadsCountOn) {
-  Multiplexer mux;
-  auto output = std::make_shared<RecordingOutput>();
-  mux.addOutput(output);
-  mux.enableThreadIDs(true);
-  mux.logLogMsg("m\n");
-  std::thread([&] { mux.logLogMsg("x\n"); }).join();
-  std::thread([&] { mux.logLogMsg("y\n"); }).join();
-  mux.logLogMsg("m\n");
-  const auto lines = output->lines();
-  ASSERT_EQ(lines.size(), 4u);
-  const int first = std::stoi(lines[1].substr(3));
-  EXPECT_EQ(lines[2], "2|T" + std::to_string(first + 1) + ": y\n");
-  EXPECT_EQ(lines[0], lines[3]);
 }
 
 }  // namespace

@@ -70,17 +70,15 @@ TEST(AnnotationParser, LegacyUnitCodesAreOffsetByTwo) {
 }
 
 TEST(AnnotationParser, AnyUnitTakesTheTypeFromTheNominal) {
-  ParamItemParser parser;
-  parser.set_unit_type(find_unit_type("cap"));
-  parser.allow_any_unit(true);
-  parser.parse("3 mm opt{ 1 mm to 5 mm }", true);
-  EXPECT_EQ(type_name(parser.unit_type()), "lng");
   // A bare nominal carries no unit, so the options get no type either.
-  ParamItemParser bare;
-  bare.set_unit_type(find_unit_type("cap"));
-  bare.allow_any_unit(true);
-  bare.parse("3 opt{ 1 to 5 }", true);
-  EXPECT_EQ(bare.unit_type(), nullptr);
+  const std::pair<const char*, const char*> cases[] = {{"3 mm opt{ 1 mm to 5 mm }", "lng"}, {"3 opt{ 1 to 5 }", ""}};
+  for (auto [text, type] : cases) {
+    ParamItemParser parser;
+    parser.set_unit_type(find_unit_type("cap"));
+    parser.allow_any_unit(true);
+    parser.parse(text, true);
+    EXPECT_EQ(type_name(parser.unit_type()), type) << text;
+  }
 }
 
 TEST(AnnotationParser, RescalesEveryUnitlessValue) {
@@ -94,12 +92,12 @@ TEST(AnnotationParser, RescalesEveryUnitlessValue) {
 TEST(AnnotationParser, DbmtowReachesEveryValueAndLaterOptions) {
   ParamItemParser parser;
   parser.set_unit_type(find_unit_type("power"));
-  parser.parse("30 dbm tune{ 20 dBm to 40 dBm by 1 dBm } stat{ gauss +/- 1 dBm }", true);
+  parser.parse("30 dbm tune{ 20 dBm to (a) dBW by 1 dBm } stat{ gauss +/- 1 dBm }", true);
   parser.reformat();
   EXPECT_EQ(parser.get_combined_string(),
-            "dbmtow(30) tune{ dbmtow(20) to dbmtow(40) by dbmtow(1) } stat{ gauss +/- dbmtow(1) }");
+            "dbmtow(30) tune{ dbmtow(20) to dbwtow(a) by dbmtow(1) } stat{ gauss +/- dbmtow(1) }");
   parser.set_use_dbmtow_functions(false);
-  EXPECT_EQ(parser.get_combined_string(), "30dBm tune{ 20dBm to 40dBm by 1dBm } stat{ gauss +/- 1dBm }");
+  EXPECT_EQ(parser.get_combined_string(), "30dBm tune{ 20dBm to (a) dBW by 1dBm } stat{ gauss +/- 1dBm }");
   EXPECT_FALSE(parser.add_opt()->start().uses_dbmtow_functions());
 }
 

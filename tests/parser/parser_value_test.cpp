@@ -64,17 +64,6 @@ TEST(ParserValueParse, SplitsValueAndUnit) {
   }
 }
 
-TEST(ParserValueParse, DbmtowFlagStartsOnAndSwitchesTheForm) {
-  ParserValue v = parsed("dbmtow(10)", "power");
-  EXPECT_TRUE(v.uses_dbmtow_functions());
-  v.set_use_dbmtow_functions(false);
-  EXPECT_EQ(v.combined_value(), "10dBm");
-  v.set_value_with_optional_unit_suffix("(a) dBW", type("power"), false, false);
-  EXPECT_EQ(v.combined_value(), "(a) dBW");
-  v.set_use_dbmtow_functions(true);
-  EXPECT_EQ(v.combined_value(), "dbwtow(a)");
-}
-
 TEST(ParserValueParse, UnitWords) {
   struct Case { std::string text; const char* type; bool allow_percent; const char* unit; };  // unit null: not found
   const Case cases[] = {
