@@ -7,12 +7,14 @@
 #include "command.h"
 #include "input_lines.h"
 
+#include <qorin/fs.h>
 #include <qorin/parser.h>
 
 #include <utf8.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <exception>
 #include <iostream>
 #include <memory>
 
@@ -108,10 +110,21 @@ class Annotator {
   bool failed_ = false;
 };
 
+// The file named in UTF-8, or null with errno set: the C runtime's narrow
+// fopen would read the name in the ANSI code page on Windows.
+std::FILE* open_input(const std::string& name) {
+  try {
+    return Path(name).fopen("rb");
+  } catch (const std::exception&) {  // a name that is not UTF-8
+    errno = EINVAL;
+    return nullptr;
+  }
+}
+
 // Returns 0, or kExitIo after reporting a read failure.
 int check_file(Annotator& annotator, const AnnotateOptions& options, const std::string& name) {
   const bool standard_input = name == "-";
-  std::FILE* file = standard_input ? stdin : std::fopen(name.c_str(), "rb");
+  std::FILE* file = standard_input ? stdin : open_input(name);
   if (file == nullptr) return read_error(name, errno);
   const std::string source = standard_input ? "<stdin>" : name;
   InputLines lines(file, options.max_line_bytes);
