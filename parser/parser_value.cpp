@@ -128,7 +128,8 @@ void ParserValue::update_combined_value() {
   }
   const std::string& unit = units_.multiplier()->unit_name();
   const bool dbm = unit == std::string_view("dBm");
-  if (use_dbmtow_functions_ && (dbm || unit == std::string_view("dBW"))) {
+  // An unbalanced value («"») would not be found inside the function again.
+  if (use_dbmtow_functions_ && (dbm || unit == std::string_view("dBW")) && detail::is_balanced(value_)) {
     combined_value_.assign(dbm ? "dbmtow(" : "dbwtow(").append(value_).append(")");
   } else if (parenthesised_) {
     combined_value_.assign("(").append(value_).append(") ").append(unit);
