@@ -123,7 +123,8 @@ bool ParserValue::scale_if_unitless(UnitAndMultiplier new_unit) {
 
 void ParserValue::update_combined_value() {
   if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
-    combined_value_ = value_;
+    // A unit word alone («deg») has no value to stand for it: keep the word.
+    combined_value_ = value_.empty() && units_.is_valid() ? units_.multiplier()->unit_name() : value_;
     return;
   }
   const std::string& unit = units_.multiplier()->unit_name();

@@ -83,3 +83,7 @@ if(NOT CMAKE_CROSSCOMPILING AND EXISTS /dev/full)
     set_tests_properties(tool.io_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^qorin: ${message}\nstatus 2\n$")
   endforeach()
 endif()
+# A unit word with no value, in a type whose canonical text hides its unit,
+# keeps the word: the value would otherwise vanish.
+qorin_tool_test(annotate_unit_word_alone ARGS annotate --canonical --type ang "10 doe{ deg to 20 }" deg
+  EXPECT annotate_unit_word_alone.txt)
