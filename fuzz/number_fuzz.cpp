@@ -44,15 +44,16 @@ void check_grammar(const std::string& text) {
   if (bits_of(value) != bits_of(std::strtod(text.c_str(), nullptr))) fail("toDouble_nothrow differs from strtod", text);
 }
 
-// Whether `text` is "0x", at most 16 hex digits and a binary exponent, all
-// of which a long double (64-bit mantissa) holds exactly.
+// Whether `text` is "0x", at most 16 hex digits and a binary exponent of at
+// most four digits, all of which a long double (64-bit mantissa, exponents
+// down to -16382) holds exactly; «0x118p-70903» would be 0 there too.
 bool is_short_hex_float(const std::string& text) {
   if (text.size() < 4 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X')) return false;
   std::size_t i = 2;
   while (i < text.size() && std::isxdigit(static_cast<unsigned char>(text[i]))) ++i;
   if (i == 2 || i > 18 || i == text.size() || (text[i] != 'p' && text[i] != 'P')) return false;
   if (++i < text.size() && text[i] == '-') ++i;
-  if (i == text.size() || text.size() - i > 5) return false;
+  if (i == text.size() || text.size() - i > 4) return false;
   while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) ++i;
   return i == text.size();
 }
