@@ -7,6 +7,8 @@
 #include <qorin/parser.h>
 
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -157,6 +159,23 @@ inline std::vector<parser::AnnotationSettings> all_annotation_settings() {
     all.push_back({nullptr, true, dbmtow});
   }
   return all;
+}
+
+// Writes `count` generated annotations, each behind a first byte that picks
+// one of `settings_count` settings, into the first corpus folder named on a
+// fuzzer's command line (for LLVMFuzzerInitialize); nothing when none is.
+inline void seed_corpus_folder(int argc, char** argv, std::uint32_t seed, int count, int settings_count) {
+  for (int i = 1; i < argc; ++i) {
+    const std::filesystem::path dir = argv[i];
+    std::error_code error;
+    if (argv[i][0] == '-' || !std::filesystem::is_directory(dir, error)) continue;
+    AnnotationCorpus corpus(seed);
+    for (int n = 0; n < count; ++n) {
+      std::ofstream out(dir / ("generated-" + std::to_string(n)), std::ios::binary);
+      out << static_cast<char>(n % settings_count) << corpus.next();
+    }
+    return;
+  }
 }
 
 }  // namespace qorin::testing

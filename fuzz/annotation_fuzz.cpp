@@ -87,17 +87,7 @@ std::string canonical(const Settings& settings, const std::string& text, bool* s
 // Seeds the first corpus folder on the command line with generated
 // annotations, so every run starts from realistic text.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-  for (int i = 1; i < *argc; ++i) {
-    std::filesystem::path dir = (*argv)[i];
-    std::error_code error;
-    if ((*argv)[i][0] == '-' || !std::filesystem::is_directory(dir, error)) continue;
-    qorin::testing::AnnotationCorpus corpus(3);
-    for (int n = 0; n < 200; ++n) {
-      std::ofstream out(dir / ("generated-" + std::to_string(n)), std::ios::binary);
-      out << static_cast<char>(n) << corpus.next();
-    }
-    break;
-  }
+  qorin::testing::seed_corpus_folder(*argc, *argv, 3, 200, 256);
   return 0;
 }
 

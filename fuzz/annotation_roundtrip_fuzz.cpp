@@ -25,17 +25,7 @@ const std::vector<qorin::parser::AnnotationSettings>& settings_list() {
 // Writes generated lines, each with every setting in turn, into the first
 // corpus folder on the command line.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
-  for (int i = 1; i < *argc; ++i) {
-    std::filesystem::path dir = (*argv)[i];
-    std::error_code error;
-    if ((*argv)[i][0] == '-' || !std::filesystem::is_directory(dir, error)) continue;
-    qorin::testing::AnnotationCorpus corpus(7);
-    for (int n = 0; n < 400; ++n) {
-      std::ofstream out(dir / ("generated-" + std::to_string(n)), std::ios::binary);
-      out << static_cast<char>(n % settings_list().size()) << corpus.next();
-    }
-    break;
-  }
+  qorin::testing::seed_corpus_folder(*argc, *argv, 7, 400, static_cast<int>(settings_list().size()));
   return 0;
 }
 
