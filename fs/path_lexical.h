@@ -310,7 +310,11 @@ PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle sty
     if (made_relative) *made_relative = false;
     return np;
   };
-  if (!absolute(pr) || !absolute(br) || compare_text(p.substr(0, pr.name_end), b.substr(0, br.name_end), style) != 0)
+  // The comparisons stop at a zero unit, so "..\0x" would match ".." and
+  // the answer would name another place; no file has such a name anyway.
+  const bool has_zero = p.find(C(0)) != PathView<C>::npos || b.find(C(0)) != PathView<C>::npos;
+  if (has_zero || !absolute(pr) || !absolute(br) ||
+      compare_text(p.substr(0, pr.name_end), b.substr(0, br.name_end), style) != 0)
     return fail();
   // Normalized, so the elements after the roots are single-separated.
   std::size_t i = pr.end, j = br.end;

@@ -80,7 +80,8 @@ QORIN_EXPORT std::string resolve_path(std::string_view base, std::string_view pa
 // everything, descendants included).
 // *made_relative (when not null) tells whether that worked; when it did not,
 // the answer is `path` normalized. Windows: both need the same root name
-// and a root directory. Posix: both need to start with "/".
+// and a root directory. Posix: both need to start with "/". A path or base
+// with a zero unit in it is refused.
 //
 // Example (windows): ("C:\\a\\b\\c", "C:\\a\\x", max_up 1) => "..\\b\\c", true
 //                    (same, max_up 0) => "C:\\a\\b\\c", false

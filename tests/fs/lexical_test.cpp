@@ -58,6 +58,9 @@ TEST(LexicalMakeRelative, CommonRootAndMaxUp) {
     EXPECT_EQ(made, c.made) << c.path << " from " << c.base;
   }
   EXPECT_EQ(qorin::make_relative_path("C:\\a", "C:\\b", W, nullptr, 0), "C:\\a");  // null flag allowed
+  // Comparison stops at a zero unit: "..\0x" must not pass for "..".
+  const std::string zero_base("/../..\0x", 8);
+  EXPECT_EQ(qorin::make_relative_path("/../../../..", zero_base, P, nullptr, 9), "/../../../..");
 }
 
 TEST(LexicalCompare, UpperCasedUtf16UnitsOrBytes) {
