@@ -1,40 +1,30 @@
-// A file name in the system's temporary folder, unique to this process and
-// call, removed (if it was created) when the object ends: tests under Wine
-// share that folder with other runs.
+// A file name in a fresh scratch directory, removed with the directory:
+// tests under Wine share the temporary folder with other runs.
 //
 // Example:
-//   TemporaryFileName log("mux");   // log.name() => ".../qorin-mux-4711-1.log"
+//   TemporaryFileName log("mux");   // log.name() => ".../mux-3f9c0a17d2b4e681/file"
 #pragma once
 
-#include <atomic>
-#include <filesystem>
+#include <qorin/fs.h>
+
+#include <fstream>
+#include <iterator>
 #include <string>
-#include <system_error>
 
 namespace qorin::testing {
 
-int currentProcessId();
-
 class TemporaryFileName {
  public:
-  explicit TemporaryFileName(const std::string& tag) {
-    static std::atomic<int> counter{0};
-    path_ = std::filesystem::temp_directory_path() /
-            ("qorin-" + tag + "-" + std::to_string(currentProcessId()) + "-" + std::to_string(++counter) + ".log");
-  }
-  ~TemporaryFileName() {
-    std::error_code ignored;
-    std::filesystem::remove(path_, ignored);
-  }
-  TemporaryFileName(const TemporaryFileName&) = delete;
-  TemporaryFileName& operator=(const TemporaryFileName&) = delete;
-
-  std::string name() const { return path_.u8string(); }
+  explicit TemporaryFileName(const std::string& tag) : directory_(tag) {}
+  std::string name() const { return (Path(directory_.path()) /= Path("file")).string(); }
   // The file's whole content; "" when it does not exist.
-  std::string read() const;
+  std::string read() const {
+    std::ifstream file(Path(name()).fs_path(), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
 
  private:
-  std::filesystem::path path_;
+  TemporaryDirectory directory_;
 };
 
 }  // namespace qorin::testing
