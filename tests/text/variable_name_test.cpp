@@ -33,14 +33,4 @@ TEST(VariableName, DecodeTakesExactlyTwoLowerCaseHexDigits) {
   for (const Case& c : cases) EXPECT_EQ(qorin::decode_from_variable_name(c.text, c.prefix), c.expected) << c.text;
 }
 
-TEST(VariableName, EveryPrintablePairRoundTrips) {
-  for (char first = ' '; first <= '~'; ++first) {
-    for (char second = ' '; second <= '~'; ++second) {
-      const std::string name{first, second};
-      const std::string text = qorin::encode_to_variable_name(name, "p");
-      ASSERT_EQ(qorin::decode_from_variable_name(text, "p"), Decoded(name, true)) << text;
-    }
-  }
-}
-
 }  // namespace
