@@ -82,16 +82,14 @@ void expectKeepsItsType(const T& original) {
 
 TEST(RethrowMessage, KeepsTheMostDerivedStandardType) {
   const auto expectEach = [](const auto&... originals) { (expectKeepsItsType(originals), ...); };
-  expectEach(std::invalid_argument("invalid"), std::domain_error("domain"),
-             std::length_error("length"), std::out_of_range("out of range"),
-             std::future_error(std::future_errc::broken_promise), std::logic_error("logic"),
-             std::ios_base::failure("stream"), std::range_error("range"),
+  expectEach(std::invalid_argument("invalid"), std::domain_error("domain"), std::length_error("length"),
+             std::out_of_range("out of range"), std::future_error(std::future_errc::broken_promise),
+             std::logic_error("logic"), std::ios_base::failure("stream"), std::range_error("range"),
              std::overflow_error("overflow"), std::underflow_error("underflow"),
              std::regex_error(std::regex_constants::error_paren),
-             std::system_error(std::make_error_code(std::errc::io_error), "system"),
-             std::runtime_error("runtime"), std::bad_typeid(), std::bad_cast(), std::bad_weak_ptr(),
-             std::bad_function_call(), std::bad_array_new_length(), std::bad_alloc(),
-             std::bad_exception(), std::exception());
+             std::system_error(std::make_error_code(std::errc::io_error), "system"), std::runtime_error("runtime"),
+             std::bad_typeid(), std::bad_cast(), std::bad_weak_ptr(), std::bad_function_call(),
+             std::bad_array_new_length(), std::bad_alloc(), std::bad_exception(), std::exception());
 }
 
 // Types the library cannot know: a standard one it cannot re-create and a

@@ -46,10 +46,9 @@ TEST(CommandLine, ArgumentZeroIsTheExecutableAndTakingShiftsTheRest) {
   }
 
   const int argc = line.argc();
-  EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.remove_arg(0); }),
-            "Internal error: Invalid argument index");
-  EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.take_arg(-1); }),
-            "Internal error: Invalid argument index");
+  const std::string bad_index = "Internal error: Invalid argument index";
+  EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.remove_arg(0); }), bad_index);
+  EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.take_arg(-1); }), bad_index);
   EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.take_arg(argc); }), "Argument not specified");
   EXPECT_EQ(line.argc(), argc);
 

@@ -9,7 +9,6 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
 #include <set>
 #include <thread>
 

@@ -18,8 +18,7 @@ TEST(PosixPath, BackslashIsAnOrdinaryCharacter) {
   EXPECT_EQ(Path("d/a\\b").filename().string(), "a\\b");
   EXPECT_NE(Path("/x/Y"), Path("/x/y"));
   EXPECT_LT(Path("/x/Y"), Path("/x/y"));
-  EXPECT_EQ(Path("/a/b/").normalize().string(), "/a/b");
-  EXPECT_EQ(Path::add_separator("a"), "a/");
+  EXPECT_EQ(Path("/a\\b/").normalize().string(), "/a\\b");
   EXPECT_THROW(Path("a\xFF"), utf8::invalid_utf8);
 }
 

@@ -15,10 +15,8 @@ TEST(Win32Path, ConstructionComparisonAndNormalize) {
   EXPECT_EQ(Path("c:\\Data"), Path("C:\\DATA"));
   EXPECT_NE(Path("C:\\data"), Path("C:\\data\\"));
   EXPECT_EQ(Path::compare_filenames(Path("a"), Path("B")), -1);
-  EXPECT_TRUE(Path("C:\\data2\\f").starts_with(Path("C:\\data")));
-  EXPECT_EQ(Path(".").normalize().string(), "");
-  EXPECT_EQ(Path("a\\b\\").normalize().string(), "a\\b");
-  EXPECT_EQ(Path::add_separator(""), "\\");
+  EXPECT_TRUE(Path("C:\\data2\\f").starts_with(Path("c:\\data")));
+  EXPECT_EQ(Path("a/b/").normalize().string(), "a\\b");
   EXPECT_TRUE(Path("C:\\a").is_absolute());
   EXPECT_FALSE(Path("\\a").is_absolute());
   Path p("C:\\a");

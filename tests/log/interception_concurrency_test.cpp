@@ -2,7 +2,6 @@
 
 #include "log/interception_child.h"
 
-#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <iostream>

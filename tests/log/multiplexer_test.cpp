@@ -7,9 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <regex>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -18,19 +22,11 @@ using qorin::testing::RecordingOutput;
 using qorin::testing::TemporaryFileName;
 
 TEST(Multiplexer, FileLinesCarryTheTypeLetterAndDecoration) {
-  struct Case {
-    MessageType type;
-    const char* prefix;
-    bool noTypePrefix;
-    const char* message;
-    const char* expected;
-  };
+  struct Case { MessageType type; const char* prefix; bool noTypePrefix; const char* message; const char* expected; };
   const Case cases[] = {
-      {STD_MSG, "", false, "hello\n", "s:hello\n"},
-      {ERR_MSG, "", false, "oops\n", "e:oops\n"},
+      {STD_MSG, "", false, "hello\n", "s:hello\n"}, {ERR_MSG, "", false, "oops\n", "e:oops\n"},
       {LOG_MSG, "", false, "note", "l:note"},  // no line feed added
-      {LOG_MSG, "sim", false, "x\n", "l:sim: x\n"},
-      {STD_MSG, "sim", true, "x\n", "sim: x\n"},
+      {LOG_MSG, "sim", false, "x\n", "l:sim: x\n"}, {STD_MSG, "sim", true, "x\n", "sim: x\n"},
       {STD_MSG, "", false, "", ""},  // an empty line is not written
   };
   for (const Case& c : cases) {
@@ -134,6 +130,34 @@ TEST(Multiplexer, InitializeOpensTheNamedFileOrLogfileOrDropsMessages) {
   qorinCoreLogFileNameFlag().clear();
   EXPECT_EQ(named.read(), "s:a\n");
   EXPECT_EQ(flagged.read(), "s:b\n");
+}
+
+// Every line exactly once, untorn, each thread's lines in its own order.
+TEST(LogConcurrency, EightThreadsIntoOneFile) {
+  constexpr int kThreads = 8, kLines = 10000;
+  qorin::testing::TemporaryFileName log("threads");
+  {
+    Multiplexer mux;
+    mux.addFileOutput(log.name());
+    mux.enableThreadIDs(true);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+      threads.emplace_back([&mux, t] {
+        for (int i = 0; i < kLines; ++i) mux.logLogMsgArgs("thread %d line %d of a test text\n", t, i);
+      });
+    }
+    for (std::thread& thread : threads) thread.join();
+  }
+  std::istringstream text(log.read());
+  std::vector<int> next(kThreads, 0);
+  int count = 0;
+  for (std::string line; std::getline(text, line); ++count) {
+    int thread = -1, index = -1, end = 0;
+    std::sscanf(line.c_str(), "l:T%*d: thread %d line %d of a test text%n", &thread, &index, &end);
+    ASSERT_TRUE(end == static_cast<int>(line.size()) && thread >= 0 && thread < kThreads) << line;
+    ASSERT_EQ(index, next[thread]++) << line;
+  }
+  EXPECT_EQ(count, kThreads * kLines);
 }
 
 }  // namespace

@@ -134,6 +134,7 @@ std::string reparsed(ParamOptionData&& option, const char* first, const char* se
 TEST(AnnotationKinds, ReparsingResetsTheKindWordsButNotLogScale) {
   // A stale "discrete" would refuse the range and keep the typed text.
   EXPECT_EQ(reparsed(ParamOptData(), "opt{ ppt discrete 1 to 3 by 1 }", "opt{ 1  to 3 }"), "opt{ 1 to 3 }");
+  EXPECT_EQ(reparsed(ParamOptData(), "opt{ unconst 1 to 2 }", "opt{ 1  to 2 }"), "opt{ 1 to 2 }");
   EXPECT_EQ(reparsed(ParamTuneData(), "tune{ 1 to 2 logScale }", "tune{ 1 to 3 }"), "tune{ 1 to 3 logScale }");
 }
 

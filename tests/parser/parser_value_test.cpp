@@ -133,8 +133,10 @@ TEST(ParserValueSet, TheTextsOwnUnitWinsOverTheGivenOne) {
     EXPECT_EQ(v.combined_value(), c.combined) << c.value;
   }
   ParserValue v;
-  v.set_numeric_value_and_unit_multiplier("5 GHz", mhz);  // the numeric form reads no unit
+  v.set_numeric_value_and_unit_multiplier("  5 GHz ", mhz);  // the numeric form reads no unit, and trims
   EXPECT_EQ(v.combined_value(), "(5 GHz) MHz");
+  ASSERT_TRUE(v.set_numeric_value_and_unit_string("  7 ", "MHz", type("freq"), false));
+  EXPECT_EQ(v.combined_value(), "7MHz");
   EXPECT_FALSE(v.set_value_and_unit_string("5", "%", type("freq"), false));
   EXPECT_TRUE(v.set_value_and_unit_string("5", "%", type("freq"), true));
   EXPECT_EQ(v.combined_value(), "5%");

@@ -63,10 +63,4 @@ TEST(NumberFormat, FormatIntToBufferWritesSizePlusOneBytes) {
   EXPECT_STREQ(buffer, "-9223372036854775808");
 }
 
-TEST(NumberFormat, HasFractionHoldsForNanNotForInfinities) {
-  const double inf = std::numeric_limits<double>::infinity();
-  for (double x : {-2.5, 5e-324, std::nan("")}) EXPECT_TRUE(qorin::has_fraction(x)) << x;
-  for (double x : {2.0, 1e300, inf, -inf}) EXPECT_FALSE(qorin::has_fraction(x)) << x;
-}
-
 }  // namespace
