@@ -123,8 +123,20 @@ bool ParserValue::scale_if_unitless(UnitAndMultiplier new_unit) {
 
 void ParserValue::update_combined_value() {
   if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
-    // A unit word alone («deg») has no value to stand for it: keep the word.
-    combined_value_ = value_.empty() && units_.is_valid() ? units_.multiplier()->unit_name() : value_;
+    // The type hides its unit, so the value stands alone. A unit word alone
+    // («deg») has no value to stand for it: keep the word. A value that is
+    // itself a unit word (the variable «deg») would read back as one: keep
+    // its unit after it.
+    UnitAndMultiplier word;
+    if (!units_.is_valid()) {
+      combined_value_ = value_;
+    } else if (value_.empty()) {
+      combined_value_ = units_.multiplier()->unit_name();
+    } else if (find_unit_word(&word, value_, nullptr, true) || find_unit_word(&word, value_, units_.type(), true)) {
+      combined_value_.assign(value_).append(" ").append(units_.multiplier()->unit_name());
+    } else {
+      combined_value_ = value_;
+    }
     return;
   }
   const std::string& unit = units_.multiplier()->unit_name();

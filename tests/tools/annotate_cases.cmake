@@ -84,6 +84,7 @@ if(NOT CMAKE_CROSSCOMPILING AND EXISTS /dev/full)
   endforeach()
 endif()
 # A unit word with no value, in a type whose canonical text hides its unit,
-# keeps the word: the value would otherwise vanish.
+# keeps the word: the value would otherwise vanish. A value that is a unit
+# word keeps its unit, or it would read back as the unit alone.
 qorin_tool_test(annotate_unit_word_alone ARGS annotate --canonical --type ang "10 doe{ deg to 20 }" deg
-  EXPECT annotate_unit_word_alone.txt)
+  "10 doe{ deg  deg to 20 }" "None deg" EXPECT annotate_unit_word_alone.txt)
