@@ -67,10 +67,17 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
   // canonical one-word form «1pF» would then not read back: such a value
   // cannot be carried, and the read fails.
   // A failed read leaves the option invalid, so what it wrote does not matter.
+  // «None» leaves the value without a unit, and so does its canonical text:
+  // a value that alone would read a unit of its own («-20dbm None») cannot
+  // be carried either.
   auto read_two = [&](ParserValue& value, std::size_t i, bool allow_percent) {
-    const bool is_percent = allow_percent && value.unit_type() == units::detail::percent_unit().type();
-    return value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent) &&
-           (unit_type != nullptr || !value.units().is_valid() || is_percent);
+    if (!value.set_numeric_value_and_unit_words(words[i], words[i + 1], unit_type, allow_percent)) return false;
+    if (value.units().is_valid()) {
+      return unit_type != nullptr || (allow_percent && value.unit_type() == units::detail::percent_unit().type());
+    }
+    ParserValue alone;
+    alone.parse_value(words[i], unit_type, allow_percent, false);
+    return !alone.units().is_valid();
   };
 
   if (n == 0) {

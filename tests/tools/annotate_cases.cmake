@@ -88,3 +88,11 @@ endif()
 # word keeps its unit, or it would read back as the unit alone.
 qorin_tool_test(annotate_unit_word_alone ARGS annotate --canonical --type ang "10 doe{ deg to 20 }" deg
   "10 doe{ deg  deg to 20 }" "None deg" EXPECT annotate_unit_word_alone.txt)
+# «None» leaves a value without a unit; one that alone would read a unit of
+# its own («-20dbm None» in power) cannot be written back: the option is
+# invalid and kept as typed.
+qorin_tool_test(annotate_unit_word_none ARGS annotate --canonical --type power "1 opt{ -20dbm None to 1 }"
+  "1 opt{ x None to 1 }" STATUS 1 EXPECT annotate_unit_word_none.txt)
+# Without a type, a deviation in percent reads in two words as in one.
+qorin_tool_test(annotate_untyped_percent_words ARGS annotate --canonical "1 opt{ +/- 5 % }" "1 opt{ 1 % to 2 }"
+  STATUS 1 EXPECT annotate_untyped_percent_words.txt)
