@@ -2,8 +2,6 @@
 
 #include "debug/logger_state.h"
 
-#include <cstdlib>
-
 namespace qorin::Debug {
 
 const int MAX_LINE_LENGTH = 10240;
@@ -89,7 +87,7 @@ void Logger::setupThread(bool alsoStandardOutput) {
   state.streamThread = std::thread(&Logger::inStreamThreadHandler);
   if (!state.exitHookInstalled) {
     state.exitHookInstalled = true;
-    std::atexit(&shutdownAtExit);
+    detail::callAtProcessExit(&shutdownAtExit);
   }
 }
 
@@ -155,8 +153,8 @@ void Logger::shutdownStreamThread() {
   state.pipes->restoreStandardStreams();
   state.pipes->wake();
   if (state.streamThread.joinable()) state.streamThread.join();
-  // On Windows the exit hook runs after the system has ended every other
-  // thread; what the stream thread could not read is read here.
+  // What the stream thread could not read (it stops at a failed pipe) is
+  // read here.
   drainStreams(false);
   flushStreamLines();
   if (state.mirror) {

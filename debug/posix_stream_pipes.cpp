@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
@@ -147,5 +148,7 @@ void StreamPipes::restoreStandardStreams() {
     impl_->intercepted[stream] = false;
   }
 }
+
+void callAtProcessExit(void (*hook)()) { std::atexit(hook); }
 
 }  // namespace qorin::Debug::detail

@@ -54,4 +54,12 @@ class StreamPipes {
   std::unique_ptr<Impl> impl_;
 };
 
+// Runs `hook` once when the process exits through exit() or the end of
+// main, while its other threads still run. On Windows that is the C
+// runtime's process-wide exit list: a DLL's own atexit list runs only after
+// the system has ended every other thread, and a stream thread ended in the
+// middle of a read loses what it read (or holds a lock forever). Elsewhere
+// std::atexit.
+void callAtProcessExit(void (*hook)());
+
 }  // namespace qorin::Debug::detail

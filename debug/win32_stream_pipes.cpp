@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <stdexcept>
@@ -154,6 +155,32 @@ void StreamPipes::restoreStandardStreams() {
     impl_->writeDescriptor[stream] = -1;
     impl_->intercepted[stream] = false;
   }
+}
+
+namespace {
+
+void (*exitHook)() = nullptr;
+
+int __cdecl runExitHook() {
+  exitHook();
+  return 0;
+}
+
+}  // namespace
+
+void callAtProcessExit(void (*hook)()) {
+  exitHook = hook;
+  using OnExit = int(__cdecl*)();
+  using RegisterOnExit = OnExit(__cdecl*)(OnExit);
+  // msvcrt.dll's own _onexit fills the list that exit() runs before
+  // ExitProcess; the one this DLL links to is its private list.
+  const auto processWide = reinterpret_cast<RegisterOnExit>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"msvcrt.dll"), "_onexit")));
+  HMODULE self = nullptr;
+  // Pinned: the list outlives any FreeLibrary of this DLL.
+  const bool pinned = ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                                           reinterpret_cast<LPCWSTR>(&runExitHook), &self);
+  if (processWide == nullptr || !pinned || processWide(&runExitHook) == nullptr) std::atexit(hook);
 }
 
 }  // namespace qorin::Debug::detail
