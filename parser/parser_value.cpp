@@ -1,5 +1,6 @@
 // ParserValue's setters, rescaling and the canonical text.
 #include "parser/value_forms.h"
+#include "units/percent_unit.h"
 
 #include <qorin/parser.h>
 #include <qorin/text.h>
@@ -124,15 +125,16 @@ bool ParserValue::scale_if_unitless(UnitAndMultiplier new_unit) {
 void ParserValue::update_combined_value() {
   if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
     // The type hides its unit, so the value stands alone. A unit word alone
-    // («deg») has no value to stand for it: keep the word. A value that is
-    // itself a unit word (the variable «deg») would read back as one: keep
-    // its unit after it.
-    UnitAndMultiplier word;
+    // («deg») has no value to stand for it: keep the word. A value that
+    // alone would split off a unit of its own (the variable «deg», «0deg»,
+    // «5%») keeps its unit after it, as two words read back.
+    ParserValue split;
     if (!units_.is_valid()) {
       combined_value_ = value_;
     } else if (value_.empty()) {
       combined_value_ = units_.multiplier()->unit_name();
-    } else if (find_unit_word(&word, value_, nullptr, true) || find_unit_word(&word, value_, units_.type(), true)) {
+    } else if (split.set_value_with_unit_impl(value_, units_.type()) ||
+               split.set_value_with_unit_impl(value_, units::detail::percent_unit().type())) {
       combined_value_.assign(value_).append(" ").append(units_.multiplier()->unit_name());
     } else {
       combined_value_ = value_;
