@@ -126,14 +126,16 @@ void ParserValue::update_combined_value() {
   if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
     // The type hides its unit, so the value stands alone. A unit word alone
     // («deg») has no value to stand for it: keep the word. A value that
-    // alone would split off a unit of its own (the variable «deg», «0deg»,
-    // «5%») keeps its unit after it, as two words read back.
+    // alone would read differently keeps its unit after it, as two words
+    // read back: one that splits off a unit of its own (the variable «deg»,
+    // «0deg», «5%»), and one ending in '}', whose tail would be taken for an
+    // option («x tune{ a } deg»).
     ParserValue split;
     if (!units_.is_valid()) {
       combined_value_ = value_;
     } else if (value_.empty()) {
       combined_value_ = units_.multiplier()->unit_name();
-    } else if (split.set_value_with_unit_impl(value_, units_.type()) ||
+    } else if (value_.back() == '}' || split.set_value_with_unit_impl(value_, units_.type()) ||
                split.set_value_with_unit_impl(value_, units::detail::percent_unit().type())) {
       combined_value_.assign(value_).append(" ").append(units_.multiplier()->unit_name());
     } else {
