@@ -137,7 +137,13 @@ void ParserValue::update_combined_value() {
       combined_value_ = units_.multiplier()->unit_name();
     } else if (value_.back() == '}' || split.set_value_with_unit_impl(value_, units_.type()) ||
                split.set_value_with_unit_impl(value_, units::detail::percent_unit().type())) {
-      combined_value_.assign(value_).append(" ").append(units_.multiplier()->unit_name());
+      // As scaled units are written, so that parentheses survive.
+      const std::string& unit = units_.multiplier()->unit_name();
+      if (parenthesised_) {
+        combined_value_.assign("(").append(value_).append(") ").append(unit);
+      } else {
+        combined_value_.assign(value_).append(" ").append(unit);
+      }
     } else {
       combined_value_ = value_;
     }

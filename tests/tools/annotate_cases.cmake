@@ -86,9 +86,10 @@ endif()
 # A unit word with no value, in a type whose canonical text hides its unit,
 # keeps the word: the value would otherwise vanish. A value that alone would
 # split off a unit («deg», «0deg», «5%») keeps its unit after it, and so
-# does one whose tail would be taken for an option («file{a} tune{ b }»).
+# does one whose tail would be taken for an option («file{a} tune{ b }»),
+# in parentheses where a scaled unit would have them.
 qorin_tool_test(annotate_unit_word_alone ARGS annotate --canonical --type ang "10 doe{ deg to 20 }" deg
-  "10 doe{ deg  deg to 20 }" "10 doe{ 0deg  deg to 20 }" "1 opt{ +/- 5% deg }" "file{a} tune{ b } deg"
+  "10 doe{ deg  deg to 20 }" "10 doe{ 0deg  deg to 20 }" "1 opt{ +/- 5% deg }" "file{a} tune{ b } deg" "(() deg) deg"
   EXPECT annotate_unit_word_alone.txt)
 # «None» leaves a value without a unit; one that alone would read a unit of
 # its own («-20dbm None» in power) cannot be written back: the option is
