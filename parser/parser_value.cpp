@@ -123,30 +123,19 @@ bool ParserValue::scale_if_unitless(UnitAndMultiplier new_unit) {
 }
 
 void ParserValue::update_combined_value() {
-  if (!units_.is_valid() || !units_.type()->uses_scale_factors()) {
-    // The type hides its unit, so the value stands alone. A unit word alone
-    // («deg») has no value to stand for it: keep the word. A value that
-    // alone would read differently keeps its unit after it, as two words
-    // read back: one that splits off a unit of its own (the variable «deg»,
-    // «0deg», «5%»), and one ending in '}', whose tail would be taken for an
-    // option («x tune{ a } deg»).
+  // A type that hides its unit writes the value alone, unless the value alone
+  // would read differently: one that splits off a unit of its own (the
+  // variable «deg», «0deg», «5%»), or one ending in '}', whose tail would be
+  // taken for an option («file{a} tune{ b } deg»). A unit word alone («deg»)
+  // keeps the word: no value stands for it.
+  const bool hides_unit = units_.is_valid() && !units_.type()->uses_scale_factors();
+  const auto reads_differently_alone = [this] {
     ParserValue split;
-    if (!units_.is_valid()) {
-      combined_value_ = value_;
-    } else if (value_.empty()) {
-      combined_value_ = units_.multiplier()->unit_name();
-    } else if (value_.back() == '}' || split.set_value_with_unit_impl(value_, units_.type()) ||
-               split.set_value_with_unit_impl(value_, units::detail::percent_unit().type())) {
-      // As scaled units are written, so that parentheses survive.
-      const std::string& unit = units_.multiplier()->unit_name();
-      if (parenthesised_) {
-        combined_value_.assign("(").append(value_).append(") ").append(unit);
-      } else {
-        combined_value_.assign(value_).append(" ").append(unit);
-      }
-    } else {
-      combined_value_ = value_;
-    }
+    return value_.back() == '}' || split.set_value_with_unit_impl(value_, units_.type()) ||
+           split.set_value_with_unit_impl(value_, units::detail::percent_unit().type());
+  };
+  if (!units_.is_valid() || (hides_unit && !value_.empty() && !reads_differently_alone())) {
+    combined_value_ = value_;
     return;
   }
   const std::string& unit = units_.multiplier()->unit_name();
@@ -157,7 +146,8 @@ void ParserValue::update_combined_value() {
   } else if (parenthesised_) {
     combined_value_.assign("(").append(value_).append(") ").append(unit);
   } else {
-    combined_value_.assign(value_).append(unit);
+    // A hidden unit kept after its value stands as a second word.
+    combined_value_.assign(value_).append(hides_unit && !value_.empty() ? " " : "").append(unit);
   }
 }
 
