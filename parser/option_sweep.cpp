@@ -76,7 +76,7 @@ void ParamOptionData::parse_sweep(std::vector<std::string>* words_in, const unit
       return unit_type != nullptr || (allow_percent && value.unit_type() == units::detail::percent_unit().type());
     }
     ParserValue alone;
-    alone.parse_value(words[i], unit_type, allow_percent, false);
+    read_one(alone, i, allow_percent);
     return !alone.units().is_valid();
   };
 
