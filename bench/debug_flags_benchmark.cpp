@@ -6,7 +6,7 @@
 // search to within 1/16) and it is measured at 7/8 of that.
 #include <qorin/debug.h>
 
-#include "debug/flag_settings_parser.h"
+#include "debug/flags/flag_settings_parser.h"
 #include "fuzz/regex_flag_settings.h"
 
 #include <benchmark/benchmark.h>

@@ -5,7 +5,7 @@
 // - for inputs up to 1 MB, the long inputs that broke the regex, that the
 //   work is linear: a bounded number of steps a byte for the input, for the
 //   input written twice, and for a short input repeated to some 16 KB.
-#include "debug/flag_settings_parser.h"
+#include "debug/flags/flag_settings_parser.h"
 #include "fuzz/regex_flag_settings.h"
 
 #include <cstdint>

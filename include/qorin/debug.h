@@ -32,6 +32,8 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <vector>
 
 // MinGW's libstdc++ selects the C99 printf, which GCC calls gnu_printf there;
@@ -395,26 +397,55 @@ enum MessageType : int {
 
 // One output of a Multiplexer. Handlers are called with the multiplexer's
 // lock held, one message at a time; a handler must not call back into it.
+// What a handler throws is caught: the other handlers still get the line,
+// and the failure is reported once on standard error (the one the program
+// had before interception), "Log output failed: <what>".
 class QORIN_EXPORT OutputHandler {
  public:
   virtual bool valid() { return true; }
   // `line` is the decorated line, `message` the text as logged; both carry
-  // their own line feed when the caller gave one.
+  // their own line feed when the caller gave one. A message holding a NUL
+  // byte reaches this form cut at the NUL: take ByteOutputHandler for every
+  // byte.
   virtual void logMsg(MessageType type, const char* line, const char* message) = 0;
   virtual bool close() { return true; }
   virtual ~OutputHandler();
 };
 
-// Appends each line to a file with one low-level write, so that lines of
+// An output that takes each line as a byte range, any byte included (NUL,
+// invalid UTF-8): the multiplexer calls logLine instead of logMsg. Lines
+// read together from an intercepted stream arrive one by one and then
+// flushLines() once, so a handler may write them with one system call.
+//
+// Example:
+//   class Capture : public ByteOutputHandler {
+//     void logLine(MessageType, std::string_view line, std::string_view) override { text.append(line); }
+//     std::string text;
+//   };
+//   mux.logGenericMsg(STD_MSG, std::string_view("a\0b\n", 4));   // text == "a\0b\n"
+class QORIN_EXPORT ByteOutputHandler : public OutputHandler {
+ public:
+  virtual void logLine(MessageType type, std::string_view line, std::string_view message) = 0;
+  // After the last line of a message or of a chunk read from a stream.
+  virtual void flushLines() {}
+  // Forwards the C strings to logLine.
+  void logMsg(MessageType type, const char* line, const char* message) override;
+};
+
+// Appends lines to a file: each message, or the lines of one chunk read
+// from an intercepted stream, with one low-level append, so that lines of
 // several processes sharing the file never tear and nothing waits in a
 // buffer when the program dies. The file is opened for appending, created
-// with permission 0644, and is not inherited by child processes.
+// with permission 0644, and is not inherited by child processes. Lines are
+// written as they come, any byte included: on Windows too a line ends with
+// a bare line feed, and each append holds a lock on the file so that
+// processes sharing it never overwrite each other's lines.
 //
 // Example:
 //   OutputHandlerFile file("run.log");
 //   file.logMsg(STD_MSG, "hello\n", "hello\n");   // run.log gains "s:hello\n"
 //   with FILENOTYPEPREFIX set                       // run.log gains "hello\n"
-class QORIN_EXPORT OutputHandlerFile : public OutputHandler {
+class QORIN_EXPORT OutputHandlerFile : public ByteOutputHandler {
  public:
   explicit OutputHandlerFile(const std::string& filename);
   ~OutputHandlerFile() override;
@@ -422,21 +453,36 @@ class QORIN_EXPORT OutputHandlerFile : public OutputHandler {
   OutputHandlerFile& operator=(const OutputHandlerFile&) = delete;
 
   bool valid() override;
-  void logMsg(MessageType type, const char* line, const char* message) override;
+  void logLine(MessageType type, std::string_view line, std::string_view message) override;
+  void flushLines() override;
   bool close() override;
 
   // Closes the current file and opens `name` (UTF-8); false when it cannot
-  // be opened, which leaves the handler closed.
+  // be opened, which leaves the handler closed and openError() telling why.
   bool reopen(const char* name);
   std::string getFilename();
 
+  // Why the last open failed; empty after a successful one.
+  //   Example: OutputHandlerFile("no/such/dir/x").openError().message()
+  //            => "No such file or directory"
+  std::error_code openError();
+  // The first failed write since the file was opened (a full disk, a file
+  // system gone), empty when none failed. The failure is also reported once
+  // on standard error, the one the program had before interception:
+  //   Can't write log file: "run.log": No space left on device
+  // Later lines are still tried, and a later failure is not reported again.
+  std::error_code writeError();
+
  private:
   void closeInternal();
+  void noteWriteFailure(int errorNumber);
 
   std::mutex mutex_;
   std::string filename_;
   int fd_ = -1;
-  std::string buffer_;  // the text of one write, kept to spare an allocation per line
+  std::error_code openError_;
+  std::error_code writeError_;
+  std::string pending_;  // lines not yet written, for the next flushLines
 };
 
 // Decorates each message into a log line and hands it to every output, in
@@ -476,8 +522,10 @@ class QORIN_EXPORT Multiplexer {
   void removeAllOutputs();
 
   // Replaces the file output by one writing to `name`; nothing for "".
-  // Throws std::runtime_error `Can't open log file: "NAME"` and keeps the
-  // previous file output when the file cannot be opened.
+  // Throws std::runtime_error `Can't open log file: "NAME": REASON` and keeps
+  // the previous file output when the file cannot be opened.
+  //   Example: addFileOutput("no/such/dir/x") throws
+  //            Can't open log file: "no/such/dir/x": No such file or directory
   void addFileOutput(const std::string& name);
   void removeFileOutput();
   bool fileOutputExists();
@@ -492,13 +540,19 @@ class QORIN_EXPORT Multiplexer {
 
   // Opens `fileName`, or when it is null or "" the file named by the flag
   // LOGFILE, unless a file output exists; a disabled multiplexer first drops
-  // its outputs. A file that cannot be opened makes the multiplexer drop
-  // every later message (no exception). Thread identifiers follow the flag
-  // ADDTHREADID. Returns true.
+  // its outputs. The flag ADDTHREADID turns thread identifiers on (it never
+  // turns off what enableThreadIDs turned on).
+  //
+  // A file that cannot be opened is tried once: initialize returns false,
+  // reports `Can't open log file: "NAME": REASON` on standard error (the one
+  // the program had before interception) and the multiplexer drops every
+  // later message until an initialize with a file that opens. Otherwise true.
   bool initialize(const char* fileName = nullptr);
   bool hasBeenInitialized();
 
   void logGenericMsg(MessageType type, const char* message);
+  // The message as it is, any byte included (NUL, invalid UTF-8).
+  void logGenericMsg(MessageType type, std::string_view message);
   void logGenericMsgArgs(MessageType type, const char* format, ...);
   void logGenericMsgArgsArgs(MessageType type, const char* format, va_list args);
   void stdLogMsg(const char* message);
@@ -518,9 +572,28 @@ class QORIN_EXPORT Multiplexer {
   void doInitializationIfNecessary();
   bool activeForMessages();
   void logMsgArgsInternal(MessageType type, const char* format, va_list args);
-  // With `onlyWhenEnabled` a disabled multiplexer drops the message instead
-  // of writing it to a standard stream (which may be the pipe it came from).
-  void logMsgInternal(MessageType type, const char* message, bool onlyWhenEnabled = false);
+  void logMsgInternal(MessageType type, std::string_view message);
+
+  // The time a line is stamped with, read before the lock is taken.
+  struct Stamp {
+    bool wanted = false;
+    long long seconds = 0;
+    unsigned micros = 0;
+  };
+  Stamp readClock() const;
+  // With the mutex held: decorates one line and hands it to every output
+  // but `except` (the intercepted streams' mirror, which has shown the bytes
+  // already); then, once per message or chunk, flushOutputsInternal.
+  void deliverLineInternal(MessageType type, std::string_view message, const Stamp& stamp,
+                           const OutputHandler* except = nullptr);
+  void flushOutputsInternal();
+
+  struct Output {
+    std::shared_ptr<OutputHandler> handler;
+    ByteOutputHandler* bytes;  // the same handler when it takes byte ranges
+    bool failureReported;
+  };
+  void reportOutputFailure(Output& output);
 
   std::mutex mutex_;
   bool enabled_ = true;
@@ -530,7 +603,7 @@ class QORIN_EXPORT Multiplexer {
   bool threadIDs_ = false;
   bool initialized_ = false;
   std::string prefix_;
-  std::vector<std::shared_ptr<OutputHandler>> outputs_;
+  std::vector<Output> outputs_;
   std::shared_ptr<OutputHandlerFile> fileOutput_;
   // Local time changes its text once a second: the formatted seconds are
   // kept for the lines of the same second.
@@ -648,6 +721,9 @@ class QORIN_EXPORT Logger {
   // both are empty; with `untilPaused` it stops early once paused.
   enum class Drain { empty, paused, failed };
   static Drain drainStreams(bool untilPaused);
+  // Shows one chunk read from a stream (0 output, 1 error) on the old
+  // screen and logs its complete lines.
+  static void deliverChunk(int stream, const char* data, std::size_t size);
   // Lets go of unfinished last lines.
   static void flushStreamLines();
 

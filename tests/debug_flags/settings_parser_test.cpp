@@ -1,4 +1,4 @@
-#include "debug/flag_settings_parser.h"
+#include "debug/flags/flag_settings_parser.h"
 
 #include <gtest/gtest.h>
 

@@ -93,9 +93,10 @@ TEST(Multiplexer, AFileThatCannotBeOpenedKeepsThePreviousOne) {
   TemporaryFileName log("keep");
   Multiplexer mux;
   mux.addFileOutput(log.name());
-  const std::string bad = log.name() + "/no/such/dir.log";
+  const TemporaryFileName nowhere("nowhere");
+  const std::string bad = nowhere.name() + "/dir.log";
   EXPECT_EQ(qorin::testing::thrown_message<std::runtime_error>([&] { mux.addFileOutput(bad); }),
-            "Can't open log file: \"" + bad + "\"");
+            "Can't open log file: \"" + bad + "\": No such file or directory");
   EXPECT_TRUE(mux.fileOutputExists());
   mux.stdLogMsg("still here\n");
   mux.removeFileOutput();
@@ -118,18 +119,37 @@ TEST(Multiplexer, InitializeOpensTheNamedFileOrLogfileOrDropsMessages) {
     mux.initialize();
     mux.stdLogMsg("b\n");
   }
-  qorinCoreLogFileNameFlag().setStringValue(named.name() + "/no/such/dir.log");
+  const TemporaryFileName nowhere("nowhere");
+  const std::string bad = nowhere.name() + "/dir.log";
+  qorinCoreLogFileNameFlag().setStringValue(bad);
   {
     Multiplexer mux;
     auto output = std::make_shared<RecordingOutput>();
     mux.addOutput(output);
-    EXPECT_TRUE(mux.initialize());  // no exception
+    qorin::testing::StreamCapture err(stderr);
+    EXPECT_FALSE(mux.initialize());  // no exception, the reason on standard error
+    EXPECT_EQ(err.release(), "Can't open log file: \"" + bad + "\": No such file or directory\n");
+    EXPECT_TRUE(mux.hasBeenInitialized());  // tried, not to be tried again
     mux.stdLogMsg("c\n");
     EXPECT_TRUE(output->lines().empty());
+    EXPECT_TRUE(mux.initialize(flagged.name().c_str()));  // a good file revives it
+    mux.stdLogMsg("d\n");
+    EXPECT_EQ(output->lines(), std::vector<std::string>{"0|d\n"});
   }
   qorinCoreLogFileNameFlag().clear();
   EXPECT_EQ(named.read(), "s:a\n");
-  EXPECT_EQ(flagged.read(), "s:b\n");
+  EXPECT_EQ(flagged.read(), "s:b\ns:d\n");
+}
+
+// The file is appended to, never truncated: a second run keeps the first's lines.
+TEST(Multiplexer, ASecondRunAppendsToTheFile) {
+  TemporaryFileName log("append");
+  for (const char* run : {"first\n", "second\n"}) {
+    Multiplexer mux;
+    mux.addFileOutput(log.name());
+    mux.logLogMsg(run);
+  }
+  EXPECT_EQ(log.read(), "l:first\nl:second\n");
 }
 
 // Every line exactly once, untorn, each thread's lines in its own order.

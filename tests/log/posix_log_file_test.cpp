@@ -1,5 +1,6 @@
 #include <qorin/debug.h>
 
+#include "support/stream_capture.h"
 #include "support/temporary_file_name.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,21 @@ TEST(LogFile, CreatedReadableForAllAndClosedOnExec) {
     }
   }
   EXPECT_EQ(withCloexec, 1);
+}
+
+// A full disk: every write fails, the first failure is kept and reported
+// once, later lines are still tried.
+TEST(LogFile, AFailedWriteIsReportedOnceAndKept) {
+  qorin::Debug::OutputHandlerFile file("/dev/full");
+  ASSERT_TRUE(file.valid());
+  EXPECT_FALSE(file.writeError());
+  qorin::testing::StreamCapture err(stderr);
+  file.logMsg(qorin::Debug::STD_MSG, "a\n", "a\n");
+  file.logMsg(qorin::Debug::STD_MSG, "b\n", "b\n");
+  EXPECT_EQ(err.release(), "Can't write log file: \"/dev/full\": No space left on device\n");
+  EXPECT_EQ(file.writeError(), std::errc::no_space_on_device);
+  EXPECT_TRUE(file.reopen("/dev/null"));
+  EXPECT_FALSE(file.writeError());
 }
 
 }  // namespace
