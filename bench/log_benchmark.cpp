@@ -1,9 +1,9 @@
 // Logging: one time-stamped line per write into a file, beside a baseline
 // that formats the stamp with localtime_r + strftime and writes each line,
 // and beside spdlog's file sink flushed after every line; then the
-// interception of the process's own standard output (throughput, and the
-// delay from a write to its delivery), measured in child processes, since
-// the logger intercepts a process once.
+// interception of the process's own standard output into a log file beside
+// `tee` on the same data, and the delay from a write to its delivery,
+// measured in child processes, since the logger intercepts a process once.
 #include <qorin/debug.h>
 
 #include <benchmark/benchmark.h>
@@ -86,14 +86,17 @@ BENCHMARK(BM_LogFileSpdlogFlushed)->Threads(1)->Threads(2)->UseRealTime();
 
 // Runs `measure` in a child process whose streams the logger intercepts and
 // returns the numbers it reports.
+// With `mirror`, what it intercepts is also shown on its old standard
+// output, /dev/null.
 template <typename Measure>
-std::vector<double> inInterceptedChild(Measure measure) {
+std::vector<double> inInterceptedChild(Measure measure, bool mirror = false) {
   int report[2];
   if (::pipe(report) != 0) return {};
   const pid_t child = ::fork();
   if (child == 0) {
     ::close(report[0]);
-    Logger::redirectStandardOutputs(true, false);
+    if (mirror) ::dup2(::open("/dev/null", O_WRONLY), 1);
+    Logger::redirectStandardOutputs(true, mirror);
     Logger::start();
     const std::vector<double> values = measure();
     Logger::shutdown();
@@ -118,28 +121,75 @@ struct CountingOutput : OutputHandler {
   std::atomic<long long> deliveredAt{0};
 };
 
-// 100-byte lines written 64 KiB at a time to standard output, until the
-// handler has them all.
-void BM_InterceptionThroughput(benchmark::State& state) {
-  constexpr std::size_t kBytes = 256u << 20;
+// The data a program writes: 80-byte lines, either 64 KiB of them per write
+// (range 0) or one per write (range 1).
+constexpr std::size_t kProgramBytes = 64u << 20;
+constexpr std::size_t kLineBytes = 80;
+
+std::string programBlock(bool oneLinePerWrite) {
+  std::string block;
+  const std::size_t size = oneLinePerWrite ? kLineBytes : 64 * 1024 / kLineBytes * kLineBytes;
+  while (block.size() < size) block += std::string(kLineBytes - 1, 'x') + "\n";
+  return block;
+}
+
+void writeProgramOutput(int fd, const std::string& block) {
+  for (std::size_t sent = 0; sent < kProgramBytes; sent += block.size()) {
+    if (::write(fd, block.data(), block.size()) < 0) return;
+  }
+}
+
+// The program's own standard output intercepted into a log file and shown
+// on the old standard output (/dev/null here, as tee's below), until the
+// last line is in the file.
+void BM_InterceptionIntoLogFile(benchmark::State& state) {
+  const bool oneLinePerWrite = state.range(0) == 1;
+  const std::string name = benchFile("intercept");
   for (auto _ : state) {
-    const std::vector<double> seconds = inInterceptedChild([] {
-      auto output = std::make_shared<CountingOutput>();
-      Logger::getInstance().multiplexer().addOutput(output);
-      std::string block;
-      while (block.size() + 100 <= 64 * 1024) block += std::string(99, 'x') + "\n";
+    const std::vector<double> seconds = inInterceptedChild([&] {
+      Logger::getInstance().multiplexer().addFileOutput(name);
+      const std::string block = programBlock(oneLinePerWrite);
       const auto start = std::chrono::steady_clock::now();
-      for (std::size_t sent = 0; sent < kBytes; sent += block.size()) {
-        if (::write(1, block.data(), block.size()) < 0) break;
-      }
+      writeProgramOutput(1, block);
       Logger::waitForStreamSync();
       return std::vector<double>{std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count()};
-    });
+    }, true);
+    std::remove(name.c_str());
     state.SetIterationTime(seconds.empty() ? 1 : seconds[0]);
   }
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kBytes));
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kProgramBytes));
 }
-BENCHMARK(BM_InterceptionThroughput)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_InterceptionIntoLogFile)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// The same data through `program | tee FILE > /dev/null`, until tee ends.
+void BM_TeeIntoLogFile(benchmark::State& state) {
+  const bool oneLinePerWrite = state.range(0) == 1;
+  const std::string name = benchFile("tee");
+  const std::string block = programBlock(oneLinePerWrite);
+  for (auto _ : state) {
+    int input[2];
+    if (::pipe(input) != 0) break;
+    const pid_t tee = ::fork();
+    if (tee == 0) {
+      ::dup2(input[0], 0);
+      ::close(input[0]);
+      ::close(input[1]);
+      const int null = ::open("/dev/null", O_WRONLY);
+      ::dup2(null, 1);
+      ::execlp("tee", "tee", name.c_str(), static_cast<char*>(nullptr));
+      ::_exit(127);
+    }
+    ::close(input[0]);
+    const auto start = std::chrono::steady_clock::now();
+    writeProgramOutput(input[1], block);
+    ::close(input[1]);
+    ::waitpid(tee, nullptr, 0);
+    state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    std::remove(name.c_str());
+  }
+  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kProgramBytes));
+}
+BENCHMARK(BM_TeeIntoLogFile)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
 
 // One line at a time on an idle logger: the time from its write to its
 // delivery, median and 99th percentile in microseconds.

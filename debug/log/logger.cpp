@@ -1,5 +1,6 @@
 #include <qorin/debug.h>
 
+#include "debug/log/fatal_handlers.h"
 #include "debug/log/logger_state.h"
 
 namespace qorin::Debug {
@@ -18,9 +19,36 @@ namespace {
 
 using detail::loggerState;
 
+// How long a dying process waits for the stream thread to log what is
+// still in the pipes: long enough for megabytes, short enough that a stream
+// thread stuck behind the dying one (a lock it held) delays death only a
+// little.
+constexpr int kDrainBeforeDeathMilliseconds = 3000;
+
+bool inInterceptingProcess() { return loggerState().interceptingProcess == detail::currentProcessId(); }
+
 // Output written just before the program ends must reach the log, and the
-// program must not hang on a stream thread that never ends.
-void shutdownAtExit() { Logger::shutdown(); }
+// program must not hang on a stream thread that never ends. A child made by
+// fork that calls exit leaves the pipes to its parent: draining them would
+// steal the parent's lines and log its unfinished line twice.
+void shutdownAtExit() {
+  if (inInterceptingProcess()) Logger::shutdown();
+}
+
+// Runs in a signal handler or a terminate handler: only reads, writes and
+// waits. The stream thread cannot wait for itself, and a paused one reads
+// nothing.
+void drainBeforeDeath() {
+  detail::LoggerState& state = loggerState();
+  detail::StreamPipes* pipes = state.pipes.get();
+  if (!pipes || !state.threadRunning || state.sDoPause || !inInterceptingProcess() ||
+      std::this_thread::get_id() == state.streamThreadId) {
+    return;
+  }
+  state.drainBeforeDeath = true;
+  pipes->wake();
+  pipes->awaitDrained(kDrainBeforeDeathMilliseconds);
+}
 
 }  // namespace
 
@@ -42,6 +70,8 @@ bool Logger::initializeInternal(const char* fileName, bool withStreams) {
   if (state.initialized && withStreams) return true;
   if (!getInstance().multiplexer_.initialize(fileName)) return false;
   const Flag& intercept = qorinCoreLogInterceptStreamsFlag();
+  // Interception does not start again after shutdown: its reader is gone.
+  if (withStreams && intercept.isSet() && state.sShuttingDown) return false;
   if (withStreams && intercept.isSet() && !state.pipes) {
     setupThreadHandlersInternal(intercept.asInteger() != 0, !qorinCoreLogNoMirrorStreamsFlag().isSet());
     if (state.pipes) setPausedInternal(false);
@@ -83,11 +113,22 @@ void Logger::setupThread(bool alsoStandardOutput) {
   qorinCoreLogAlsoMirrorLogsFlag();
   qorinCoreLogFileNoTypePrefixFlag();
   state.pipes = std::make_unique<detail::StreamPipes>(alsoStandardOutput, STREAM_PIPE_SIZE);
+  state.interceptingProcess = detail::currentProcessId();
+  try {
+    state.streamThread = std::thread(&Logger::inStreamThreadHandler);
+  } catch (...) {
+    state.pipes->restoreStandardStreams();
+    state.pipes.reset();
+    throw;
+  }
+  // The thread starts paused and ends only after shutdown, which waits for
+  // the API mutex held here: it cannot have ended yet.
+  state.streamThreadId = state.streamThread.get_id();
   state.threadRunning = true;
-  state.streamThread = std::thread(&Logger::inStreamThreadHandler);
   if (!state.exitHookInstalled) {
     state.exitHookInstalled = true;
     detail::callAtProcessExit(&shutdownAtExit);
+    detail::installFatalHandlers(&drainBeforeDeath);
   }
 }
 
@@ -115,7 +156,7 @@ void Logger::setPausedInternal(bool paused) {
 void Logger::waitForUnpaused() {
   detail::LoggerState& state = loggerState();
   std::unique_lock<std::mutex> pause(state.sPauseMutex);
-  state.sPauseCheck.wait(pause, [&] { return !state.sDoPause || state.sShuttingDown; });
+  state.sPauseCheck.wait(pause, [&] { return !state.sDoPause || state.sShuttingDown || !state.threadRunning; });
 }
 
 void Logger::waitForStreamSync() {
@@ -128,8 +169,10 @@ void Logger::syncAndFlushThread() {
   detail::LoggerState& state = loggerState();
   if (!state.pipes || state.sDoPause || !state.threadRunning) return;
   std::unique_lock<std::mutex> sync(state.sSyncMutex);
-  const unsigned long long ticket = ++state.syncRequested;
+  // Raised before the ticket: a stream thread that sees the ticket also
+  // sees the flag, and looks at every pipe.
   state.sSync = true;
+  const unsigned long long ticket = ++state.syncRequested;
   state.pipes->wake();
   state.sSyncCheck.wait(sync, [&] { return state.syncAnswered >= ticket || !state.threadRunning; });
 }
@@ -155,6 +198,7 @@ void Logger::shutdownStreamThread() {
   if (state.streamThread.joinable()) state.streamThread.join();
   // What the stream thread could not read (it stops at a failed pipe) is
   // read here.
+  state.pipes->expectData();
   drainStreams(false);
   flushStreamLines();
   if (state.mirror) {

@@ -32,6 +32,9 @@ struct LoggerState {
   std::atomic<unsigned long long> syncRequested{0};
   unsigned long long syncAnswered = 0;  // under sSyncMutex
   std::atomic<bool> threadRunning{false};
+  // Set by a dying thread, answered by the stream thread once the pipes are
+  // empty (StreamPipes::announceDrained).
+  std::atomic<bool> drainBeforeDeath{false};
 
   // Below: set up under sLoggerAPIMutex; the stream thread uses them only
   // between its start and its join.
@@ -39,6 +42,10 @@ struct LoggerState {
   std::thread streamThread;
   std::shared_ptr<OutputHandlerOldStreams> mirror;
   bool exitHookInstalled = false;
+  // The process that intercepts: a child made by fork shares the state but
+  // not the stream thread, and must leave the pipes to its parent.
+  unsigned long interceptingProcess = 0;
+  std::thread::id streamThreadId;
   bool initialized = false;
   std::mutex instanceMutex;
   bool started = false;  // under instanceMutex

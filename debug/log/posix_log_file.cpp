@@ -1,6 +1,8 @@
 // POSIX only: log files through open/write/close, local time by localtime_r.
 #include "debug/log/log_file.h"
 
+#include "debug/log/posix_standard_descriptors.h"
+
 #include <qorin/fs.h>
 
 #include <fcntl.h>
@@ -9,6 +11,7 @@
 namespace qorin::Debug::detail {
 
 int openLogFile(const std::string& utf8Name) {
+  occupyStandardDescriptors();
   return open_utf8(utf8Name, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
 }
 

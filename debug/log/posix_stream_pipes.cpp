@@ -2,6 +2,8 @@
 // pipes and a wake-up pipe.
 #include "debug/log/stream_pipes.h"
 
+#include "debug/log/posix_standard_descriptors.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -54,8 +56,13 @@ struct StreamPipes::Impl {
   int saved[2] = {-1, -1};
   bool intercepted[2] = {false, false};
   bool drained[2] = {false, false};  // every writer has gone
+  // Whether a read may find bytes: set by poll, cleared by a read that left
+  // the pipe empty, so that an idle pipe costs no read.
+  bool ready[2] = {true, true};
   int wakeRead = -1;
   int wakeWrite = -1;
+  int drainedRead = -1;  // announceDrained -> awaitDrained
+  int drainedWrite = -1;
 
   void intercept(StandardStream stream, int pipeSize, const char* failure) {
     int fds[2];
@@ -84,11 +91,19 @@ struct StreamPipes::Impl {
 };
 
 StreamPipes::StreamPipes(bool alsoStandardOutput, int pipeSize) : impl_(std::make_unique<Impl>()) {
+  // A program started with a standard descriptor closed would otherwise get
+  // a pipe end there, and interception would write into its own input.
+  occupyStandardDescriptors();
   int wake[2];
+  int drained[2];
   if (!makePipe(wake, true)) throw std::runtime_error("Can't create stderr redirection pipe");
   ::fcntl(wake[1], F_SETFL, ::fcntl(wake[1], F_GETFL) | O_NONBLOCK);
   impl_->wakeRead = wake[0];
   impl_->wakeWrite = wake[1];
+  if (!makePipe(drained, true)) throw std::runtime_error("Can't create stderr redirection pipe");
+  ::fcntl(drained[1], F_SETFL, ::fcntl(drained[1], F_GETFL) | O_NONBLOCK);
+  impl_->drainedRead = drained[0];
+  impl_->drainedWrite = drained[1];
   try {
     if (alsoStandardOutput) impl_->intercept(kStandardOutput, pipeSize, "Can't duplicate handle for stdout");
     impl_->intercept(kStandardError, pipeSize, "Can't create stderr redirection pipe");
@@ -105,16 +120,21 @@ StreamPipes::~StreamPipes() {
   }
   closeQuietly(impl_->wakeRead);
   closeQuietly(impl_->wakeWrite);
+  closeQuietly(impl_->drainedRead);
+  closeQuietly(impl_->drainedWrite);
 }
 
 bool StreamPipes::intercepts(StandardStream stream) const { return impl_->intercepted[stream]; }
 
 long StreamPipes::readWaiting(StandardStream stream, char* buffer, std::size_t size) {
   const int fd = impl_->readEnd[stream];
-  if (fd < 0 || impl_->drained[stream]) return 0;
+  if (fd < 0 || impl_->drained[stream] || !impl_->ready[stream]) return 0;
   for (;;) {
     const ssize_t got = ::read(fd, buffer, size);
+    // A pipe gives all it holds up to `size`: less means it is empty now.
+    if (got > 0 && static_cast<std::size_t>(got) < size) impl_->ready[stream] = false;
     if (got > 0) return static_cast<long>(got);
+    impl_->ready[stream] = false;
     if (got == 0) {
       impl_->drained[stream] = true;
       return 0;
@@ -126,22 +146,44 @@ long StreamPipes::readWaiting(StandardStream stream, char* buffer, std::size_t s
 
 void StreamPipes::waitForData() {
   pollfd fds[3];
+  int streamOf[3] = {-1, -1, -1};
   nfds_t count = 0;
   fds[count++] = {impl_->wakeRead, POLLIN, 0};
   for (int stream : {kStandardOutput, kStandardError}) {
-    if (impl_->readEnd[stream] >= 0 && !impl_->drained[stream]) fds[count++] = {impl_->readEnd[stream], POLLIN, 0};
+    if (impl_->readEnd[stream] < 0 || impl_->drained[stream]) continue;
+    streamOf[count] = stream;
+    fds[count++] = {impl_->readEnd[stream], POLLIN, 0};
   }
-  if (::poll(fds, count, -1) > 0 && (fds[0].revents & POLLIN)) {
+  if (::poll(fds, count, -1) <= 0) {
+    expectData();
+    return;
+  }
+  for (nfds_t i = 1; i < count; ++i) impl_->ready[streamOf[i]] = fds[i].revents != 0;
+  if (fds[0].revents & POLLIN) {
     char sink[64];
     while (::read(impl_->wakeRead, sink, sizeof sink) > 0) {
     }
   }
 }
 
+void StreamPipes::expectData() { impl_->ready[0] = impl_->ready[1] = true; }
+
 void StreamPipes::wake() {
   const char byte = 1;
   // A full wake-up pipe already holds a wake-up: nothing is lost.
   [[maybe_unused]] const ssize_t written = ::write(impl_->wakeWrite, &byte, 1);
+}
+
+void StreamPipes::announceDrained() {
+  const char byte = 1;
+  [[maybe_unused]] const ssize_t written = ::write(impl_->drainedWrite, &byte, 1);
+}
+
+bool StreamPipes::awaitDrained(int milliseconds) {
+  pollfd drained = {impl_->drainedRead, POLLIN, 0};
+  if (::poll(&drained, 1, milliseconds) <= 0) return false;
+  char byte;
+  return ::read(impl_->drainedRead, &byte, 1) == 1;
 }
 
 bool StreamPipes::savedValid(StandardStream stream) const { return impl_->saved[stream] >= 0; }

@@ -24,8 +24,11 @@ class StreamPipes {
   // Intercepts standard error, and standard output when asked: the C
   // streams become unbuffered, their descriptors (and on Windows the
   // standard handles) become the write ends of new pipes, inherited by
-  // child processes. Throws std::runtime_error "Can't create stderr
-  // redirection pipe" or "Can't duplicate handle for stdout".
+  // child processes; every other handle it makes (read ends, saved
+  // streams) is created not inheritable. A C stream that has no descriptor
+  // (Windows, a program started without standard handles) is given one.
+  // Throws std::runtime_error "Can't create stderr redirection pipe" or
+  // "Can't duplicate handle for stdout".
   StreamPipes(bool alsoStandardOutput, int pipeSize);
   // Closes the read ends and the saved streams; restore first.
   ~StreamPipes();
@@ -38,9 +41,21 @@ class StreamPipes {
   // gone), -1 when the pipe fails.
   long readWaiting(StandardStream stream, char* buffer, std::size_t size);
   // Blocks until a pipe may hold data or wake() is called; may return early.
+  // Afterwards readWaiting looks only at the pipes found holding data, until
+  // expectData().
   void waitForData();
+  // The next readWaiting looks at every pipe: for a caller that must see
+  // every byte written before now, whatever waitForData last found.
+  void expectData();
   // Ends the current or the next waitForData. Any thread.
   void wake();
+
+  // For a dying process: the stream thread announces that it found the
+  // pipes empty, and the dying thread waits up to `milliseconds` for that
+  // (true when it came). Both only read, write or wait, as a signal handler
+  // may.
+  void announceDrained();
+  bool awaitDrained(int milliseconds);
 
   // Whether the stream in place before interception could be kept.
   bool savedValid(StandardStream stream) const;

@@ -92,10 +92,17 @@ void Logger::inStreamThreadHandler() {
       state.sPauseCheck.wait(pause, [&] { return !state.sDoPause || state.sShuttingDown; });
     }
     const unsigned long long seen = state.syncRequested.load();
+    // Whoever waits needs every byte written before the request, including
+    // bytes that came after the last look at the pipes.
+    if (state.sSync || state.drainBeforeDeath || state.sShuttingDown) state.pipes->expectData();
     const Drain drained = drainStreams(true);
     if (drained == Drain::failed) break;
     if (drained == Drain::paused) continue;
     if (seen > 0) answerSyncRequests(seen);
+    if (state.drainBeforeDeath.exchange(false)) {
+      flushStreamLines();
+      state.pipes->announceDrained();
+    }
     if (state.sShuttingDown) break;
     state.pipes->waitForData();
   }

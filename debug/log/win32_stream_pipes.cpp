@@ -71,25 +71,56 @@ void writeAll(HANDLE handle, const char* data, std::size_t size) {
   }
 }
 
+std::FILE* cStream(StandardStream stream) { return stream == kStandardOutput ? stdout : stderr; }
+
+// A program started without standard handles has C streams with no
+// descriptor (_fileno -2): printf would fail even with descriptor 1 a pipe.
+// Such a stream gets a descriptor of its own (on the null device), which is
+// then made a copy of `target`. Returns the descriptor given, or -1 when the
+// stream had descriptor `target` already.
+int attachCStream(StandardStream stream, int target) {
+  std::FILE* file = cStream(stream);
+  int fd = ::_fileno(file);
+  if (fd == target) return -1;
+  if (fd < 0) {
+    if (!std::freopen("NUL", "w", file)) return -1;
+    fd = ::_fileno(file);
+    if (fd < 0 || fd == target) return -1;
+  }
+  std::setvbuf(file, nullptr, _IONBF, 0);
+  return ::_dup2(target, fd) == 0 ? fd : -1;
+}
+
+// Points an attached C stream's descriptor back at the null device.
+void detachCStream(int fd) {
+  const int nul = ::_open("NUL", _O_WRONLY | _O_NOINHERIT);
+  if (nul < 0) return;
+  ::_dup2(nul, fd);
+  ::_close(nul);
+}
+
 }  // namespace
 
 struct StreamPipes::Impl {
   win32::UniqueHandle readEnd[2];
   win32::UniqueHandle saved[2];
   int writeDescriptor[2] = {-1, -1};  // owns the pipe's write end
+  int attachedDescriptor[2] = {-1, -1};
   bool intercepted[2] = {false, false};
   bool drained[2] = {false, false};
   bool readSinceWait = false;
   win32::UniqueHandle wakeEvent;
+  win32::UniqueHandle drainedEvent;
 
   void intercept(StandardStream stream, int pipeSize, const char* failure) {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    // Neither end inheritable at creation: flagging the read end afterwards
+    // races with a CreateProcess on another thread. The standard handle that
+    // _dup2 makes from the write end is the one children inherit.
     HANDLE read = nullptr;
     HANDLE write = nullptr;
-    if (!::CreatePipe(&read, &write, &inheritable, static_cast<DWORD>(pipeSize))) throw std::runtime_error(failure);
+    if (!::CreatePipe(&read, &write, nullptr, static_cast<DWORD>(pipeSize))) throw std::runtime_error(failure);
     readEnd[stream] = win32::UniqueHandle(read);
-    ::SetHandleInformation(read, HANDLE_FLAG_INHERIT, 0);
-    std::setvbuf(stream == kStandardOutput ? stdout : stderr, nullptr, _IONBF, 0);
+    std::setvbuf(cStream(stream), nullptr, _IONBF, 0);
     saved[stream] = win32::UniqueHandle(duplicate(::GetStdHandle(kStdHandles[stream]), FALSE));
     writeDescriptor[stream] = install(stream, write);
     if (writeDescriptor[stream] < 0) {
@@ -99,6 +130,7 @@ struct StreamPipes::Impl {
       saved[stream].reset();
       throw std::runtime_error(failure);
     }
+    attachedDescriptor[stream] = attachCStream(stream, kDescriptors[stream]);
     intercepted[stream] = true;
     if (stream == kStandardError) setDiagnosticHandle(saved[stream].get());
   }
@@ -106,7 +138,8 @@ struct StreamPipes::Impl {
 
 StreamPipes::StreamPipes(bool alsoStandardOutput, int pipeSize) : impl_(std::make_unique<Impl>()) {
   impl_->wakeEvent = win32::UniqueHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr));
-  if (!impl_->wakeEvent) throw std::runtime_error("Can't create stderr redirection pipe");
+  impl_->drainedEvent = win32::UniqueHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  if (!impl_->wakeEvent || !impl_->drainedEvent) throw std::runtime_error("Can't create stderr redirection pipe");
   try {
     if (alsoStandardOutput) impl_->intercept(kStandardOutput, pipeSize, "Can't duplicate handle for stdout");
     impl_->intercept(kStandardError, pipeSize, "Can't create stderr redirection pipe");
@@ -146,7 +179,16 @@ void StreamPipes::waitForData() {
   ::WaitForSingleObject(impl_->wakeEvent.get(), kPeekIntervalMs);
 }
 
+// Every read peeks first: there is nothing to forget.
+void StreamPipes::expectData() {}
+
 void StreamPipes::wake() { ::SetEvent(impl_->wakeEvent.get()); }
+
+void StreamPipes::announceDrained() { ::SetEvent(impl_->drainedEvent.get()); }
+
+bool StreamPipes::awaitDrained(int milliseconds) {
+  return ::WaitForSingleObject(impl_->drainedEvent.get(), static_cast<DWORD>(milliseconds)) == WAIT_OBJECT_0;
+}
 
 bool StreamPipes::savedValid(StandardStream stream) const { return static_cast<bool>(impl_->saved[stream]); }
 
@@ -167,6 +209,8 @@ void StreamPipes::restoreStandardStreams() {
       ::_close(kDescriptors[stream]);
       ::SetStdHandle(kStdHandles[stream], nullptr);
     }
+    if (impl_->attachedDescriptor[stream] >= 0) detachCStream(impl_->attachedDescriptor[stream]);
+    impl_->attachedDescriptor[stream] = -1;
     if (impl_->writeDescriptor[stream] >= 0) ::_close(impl_->writeDescriptor[stream]);
     impl_->writeDescriptor[stream] = -1;
     impl_->intercepted[stream] = false;

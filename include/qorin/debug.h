@@ -636,14 +636,30 @@ QORIN_EXPORT extern const int STREAM_PIPE_SIZE;  // 32768
 // the process's own standard output and standard error. Intercepted, both
 // descriptors (and the Windows standard handles) become pipes that a stream
 // thread reads; every line becomes a message (STD_MSG; stderr lines too
-// unless STREAMDOUBLEPIPE is set) and, with mirroring, is also written
-// unchanged to the streams that were there before. Child processes inherit
-// the pipes, so their output is logged too.
+// unless STREAMDOUBLEPIPE is set) and, with mirroring, the bytes are also
+// shown as they are read, unchanged, on the streams that were there before
+// (STD_MSG bytes on the old standard output, ERR_MSG bytes on the old
+// standard error). Child processes inherit the pipes, so their output is
+// logged too; nothing else the logger opens is inherited.
 //
-// Lines end at a line feed, which stays; carriage returns are dropped; a line
-// longer than MAX_LINE_LENGTH arrives in pieces; each stream has its own
-// line, so the two never mix. Nothing is read while the logger is paused
-// (it starts paused: writers block once a pipe is full).
+// Lines end at a line feed, which stays; carriage returns are dropped from
+// the log (not from the screen); any other byte is kept; a line longer than
+// MAX_LINE_LENGTH arrives in pieces; each stream has its own line, so the two
+// never mix; an unfinished last line is logged at shutdown with a line feed
+// added. Nothing is read while the logger is paused (it starts paused:
+// writers block once a pipe is full).
+//
+// A program started with standard descriptors closed (`prog >&- 2>&-`) gets
+// the null device on them (POSIX) before the logger opens its file or pipes,
+// so that neither takes their place; on Windows, C streams without a
+// descriptor (a program started without standard handles) are given one
+// while intercepted. A child made by fork leaves the pipes to its parent:
+// its exit logs nothing twice. A process that dies (abort, an uncaught
+// exception, SIGSEGV, SIGBUS, SIGFPE, SIGILL; on Windows an unhandled
+// exception) first waits up to three seconds for the stream thread to log
+// what is in the pipes, then the handlers that were there before run and it
+// dies as it would have; a crash on the stream thread itself, or while
+// paused, logs nothing more.
 //
 // Example:
 //   Logger::initialize("run.log", false);        // no interception
@@ -664,7 +680,8 @@ class QORIN_EXPORT Logger {
   // `withStreams` and the flag INTERCEPTSTREAMS is set, intercepts standard
   // error, and standard output too unless the flag's number is 0, mirrored
   // unless NOMIRRORSTREAMS is set, and starts reading. False when the
-  // multiplexer could not be initialized.
+  // multiplexer could not be initialized, and when interception is asked for
+  // after shutdown (it does not start again; the streams stay as they are).
   static bool initialize(const char* fileName = nullptr, bool withStreams = true);
   static bool isInitialized();
 
@@ -677,6 +694,7 @@ class QORIN_EXPORT Logger {
   static void pause();
   static void unpause();
   static void setPaused(bool paused);
+  // Returns once the reader runs; at once when nothing is intercepted.
   static void waitForUnpaused();
   // Returns once every byte written to the intercepted streams before the
   // call has been delivered (an unfinished last line waits for its line

@@ -11,15 +11,21 @@
 
 #include <qorin/debug.h>
 
+#include <qorin/env.h>
+
 #include "support/recording_output.h"
+#include "support/temporary_file_name.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace qorin::testing {
@@ -33,6 +39,55 @@ namespace qorin::testing {
 
 #define EXPECT_IN_CHILD(story) \
   EXPECT_EXIT(::qorin::testing::finishChild((story)()), ::testing::ExitedWithCode(0), "")
+
+// A story that would hang (a deadlock, a reader that never ends a line)
+// ends the child with status 3 after `seconds` instead.
+inline void watchdog(int seconds) {
+  std::thread([seconds] {
+    std::this_thread::sleep_for(std::chrono::seconds(seconds));
+    std::_Exit(3);
+  }).detach();
+}
+
+// A file that a child process writes and its parent reads: the child re-runs
+// the test up to its death statement and finds the parent's name in the
+// environment variable `variable` (and makes no scratch folder of its own,
+// which a dying child could not remove).
+class SharedLogFile {
+ public:
+  SharedLogFile(const char* variable, const char* tag) : variable_(variable) {
+    const char* inherited = std::getenv(variable);
+    if (inherited && *inherited) {
+      name_ = inherited;
+      return;
+    }
+    own_.emplace(tag);
+    name_ = own_->name();
+    putEnvKstring(variable_, name_);
+  }
+  ~SharedLogFile() {
+    if (own_) putEnvKstring(variable_, "");
+  }
+  const std::string& name() const { return name_; }
+  std::string read() const { return own_ ? own_->read() : std::string(); }
+
+ private:
+  const char* variable_;
+  std::optional<TemporaryFileName> own_;
+  std::string name_;
+};
+
+// Lines "<tag> <index> <padding>\n", 40 bytes each, as a solver writes its
+// progress; with `logged`, each as a log file holds it ("s:" before it).
+inline std::string numberedLines(const std::string& tag, int count, bool logged = false) {
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    std::string line = tag + " " + std::to_string(i) + " ";
+    line.resize(39, '.');
+    text += (logged ? "s:" : "") + line + "\n";
+  }
+  return text;
+}
 
 // Re-executing the test program is the one child that works alike on both
 // platforms (and under ThreadSanitizer).
