@@ -1,7 +1,7 @@
 // POSIX only: log files through open/write/close, local time by localtime_r.
 #include "debug/log/log_file.h"
 
-#include "debug/log/posix_standard_descriptors.h"
+#include "debug/log/standard_descriptors.h"
 
 #include <qorin/fs.h>
 

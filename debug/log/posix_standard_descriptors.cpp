@@ -1,4 +1,4 @@
-#include "debug/log/posix_standard_descriptors.h"
+#include "debug/log/standard_descriptors.h"
 
 #include <cerrno>
 #include <fcntl.h>

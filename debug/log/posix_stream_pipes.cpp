@@ -2,7 +2,7 @@
 // pipes and a wake-up pipe.
 #include "debug/log/stream_pipes.h"
 
-#include "debug/log/posix_standard_descriptors.h"
+#include "debug/log/standard_descriptors.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -2,6 +2,8 @@
 // write, local time by _localtime64_s.
 #include "debug/log/log_file.h"
 
+#include "debug/log/standard_descriptors.h"
+
 #include <qorin/fs.h>
 
 #include "platform/win32_api.h"
@@ -13,6 +15,7 @@
 namespace qorin::Debug::detail {
 
 int openLogFile(const std::string& utf8Name) {
+  occupyStandardDescriptors();
   // The runtime rejects permission bits other than these two.
   return open_utf8(utf8Name, _O_WRONLY | _O_APPEND | _O_CREAT | _O_NOINHERIT | _O_BINARY,
                   _S_IREAD | _S_IWRITE);

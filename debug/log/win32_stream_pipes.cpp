@@ -4,6 +4,8 @@
 // short time-out between peeks.
 #include "debug/log/stream_pipes.h"
 
+#include "debug/log/standard_descriptors.h"
+
 #include "platform/win32_api.h"
 
 #include <cstdint>
@@ -75,20 +77,23 @@ std::FILE* cStream(StandardStream stream) { return stream == kStandardOutput ? s
 
 // A program started without standard handles has C streams with no
 // descriptor (_fileno -2): printf would fail even with descriptor 1 a pipe.
-// Such a stream gets a descriptor of its own (on the null device), which is
-// then made a copy of `target`. Returns the descriptor given, or -1 when the
-// stream had descriptor `target` already.
+// The runtime refuses to freopen such a stream, so it takes the state of a
+// stream opened on a copy of `target` (msvcrt's FILE is a plain structure).
+// Returns the copy, which the stream then owns, or -1 when the stream had a
+// descriptor already.
 int attachCStream(StandardStream stream, int target) {
   std::FILE* file = cStream(stream);
-  int fd = ::_fileno(file);
-  if (fd == target) return -1;
-  if (fd < 0) {
-    if (!std::freopen("NUL", "w", file)) return -1;
-    fd = ::_fileno(file);
-    if (fd < 0 || fd == target) return -1;
+  if (::_fileno(file) >= 0) return -1;
+  const int copy = ::_dup(target);
+  std::FILE* opened = copy >= 0 ? ::_fdopen(copy, "w") : nullptr;
+  if (!opened) {
+    if (copy >= 0) ::_close(copy);
+    return -1;
   }
+  *file = *opened;
+  // `opened` is left open: closing it would close `copy`, which `file` uses now.
   std::setvbuf(file, nullptr, _IONBF, 0);
-  return ::_dup2(target, fd) == 0 ? fd : -1;
+  return copy;
 }
 
 // Points an attached C stream's descriptor back at the null device.
@@ -137,6 +142,7 @@ struct StreamPipes::Impl {
 };
 
 StreamPipes::StreamPipes(bool alsoStandardOutput, int pipeSize) : impl_(std::make_unique<Impl>()) {
+  occupyStandardDescriptors();
   impl_->wakeEvent = win32::UniqueHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr));
   impl_->drainedEvent = win32::UniqueHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr));
   if (!impl_->wakeEvent || !impl_->drainedEvent) throw std::runtime_error("Can't create stderr redirection pipe");

@@ -649,11 +649,11 @@ QORIN_EXPORT extern const int STREAM_PIPE_SIZE;  // 32768
 // added. Nothing is read while the logger is paused (it starts paused:
 // writers block once a pipe is full).
 //
-// A program started with standard descriptors closed (`prog >&- 2>&-`) gets
-// the null device on them (POSIX) before the logger opens its file or pipes,
-// so that neither takes their place; on Windows, C streams without a
-// descriptor (a program started without standard handles) are given one
-// while intercepted. A child made by fork leaves the pipes to its parent:
+// A program started with standard descriptors closed (`prog >&- 2>&-`, or
+// on Windows without standard handles) gets the null device on them before
+// the logger opens its file or pipes, so that neither takes their place; on
+// Windows, C streams without a descriptor are also given one while
+// intercepted, so that printf is logged. A child made by fork leaves the pipes to its parent:
 // its exit logs nothing twice. A process that dies (abort, an uncaught
 // exception, SIGSEGV, SIGBUS, SIGFPE, SIGILL; on Windows an unhandled
 // exception) first waits up to three seconds for the stream thread to log

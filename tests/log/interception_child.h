@@ -77,6 +77,16 @@ class SharedLogFile {
   std::string name_;
 };
 
+// `text` as the C runtime writes it to a stream in text mode: with "\r\n"
+// for each "\n" on Windows, unchanged elsewhere.
+inline std::string crtText(const std::string& text) {
+  const TemporaryFileName file("crt");
+  std::FILE* stream = std::fopen(file.name().c_str(), "w");
+  std::fwrite(text.data(), 1, text.size(), stream);
+  std::fclose(stream);
+  return file.read();
+}
+
 // Lines "<tag> <index> <padding>\n", 40 bytes each, as a solver writes its
 // progress; with `logged`, each as a log file holds it ("s:" before it).
 inline std::string numberedLines(const std::string& tag, int count, bool logged = false) {

@@ -22,6 +22,7 @@ constexpr char kStoryVariable[] = "QORIN_DETACHED_STORY_LOG";
 // The child's part: printf and fputs(stderr) must reach the log.
 void detachedStory(const char* log) {
   const bool detached = _fileno(stdout) < 0 && _fileno(stderr) < 0;
+
   Logger::initialize(log, false);
   Logger::redirectStandardOutputs(true, false);
   Logger::start();
