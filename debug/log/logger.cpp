@@ -3,6 +3,9 @@
 #include "debug/log/fatal_handlers.h"
 #include "debug/log/logger_state.h"
 
+#include <cstdlib>
+#include <exception>
+
 namespace qorin::Debug {
 
 const int MAX_LINE_LENGTH = 10240;
@@ -48,6 +51,16 @@ void drainBeforeDeath() {
   state.drainBeforeDeath = true;
   pipes->wake();
   pipes->awaitDrained(kDrainBeforeDeathMilliseconds);
+}
+
+std::terminate_handler previousTerminate = nullptr;
+
+// An uncaught exception: log what waits, then let the handler that was
+// there before speak (its message is drained by the SIGABRT that follows).
+void drainThenTerminate() {
+  drainBeforeDeath();
+  if (previousTerminate) previousTerminate();
+  std::abort();
 }
 
 }  // namespace
@@ -128,7 +141,8 @@ void Logger::setupThread(bool alsoStandardOutput) {
   if (!state.exitHookInstalled) {
     state.exitHookInstalled = true;
     detail::callAtProcessExit(&shutdownAtExit);
-    detail::installFatalHandlers(&drainBeforeDeath);
+    detail::installFatalSignalHandlers(&drainBeforeDeath);
+    previousTerminate = std::set_terminate(&drainThenTerminate);
   }
 }
 

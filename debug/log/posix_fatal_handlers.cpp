@@ -1,10 +1,9 @@
-// POSIX only: sigaction for the fatal signals, std::set_terminate.
+// POSIX only: sigaction for the fatal signals.
 #include "debug/log/fatal_handlers.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <exception>
 #include <unistd.h>
 
 namespace qorin::Debug::detail {
@@ -16,7 +15,6 @@ constexpr int kSignalCount = sizeof kFatalSignals / sizeof kFatalSignals[0];
 
 void (*drainHook)() = nullptr;
 struct sigaction previousActions[kSignalCount];
-std::terminate_handler previousTerminate = nullptr;
 
 void onFatalSignal(int signal, siginfo_t* info, void* context) {
   const int savedErrno = errno;
@@ -38,15 +36,10 @@ void onFatalSignal(int signal, siginfo_t* info, void* context) {
   }
 }
 
-void onTerminate() {
-  drainHook();
-  if (previousTerminate) previousTerminate();
-  std::abort();
-}
 
 }  // namespace
 
-void installFatalHandlers(void (*drain)()) {
+void installFatalSignalHandlers(void (*drain)()) {
   if (drainHook) return;
   drainHook = drain;
   struct sigaction action {};
@@ -54,7 +47,6 @@ void installFatalHandlers(void (*drain)()) {
   action.sa_flags = SA_SIGINFO;
   sigemptyset(&action.sa_mask);
   for (int i = 0; i < kSignalCount; ++i) ::sigaction(kFatalSignals[i], &action, &previousActions[i]);
-  previousTerminate = std::set_terminate(&onTerminate);
 }
 
 unsigned long currentProcessId() { return static_cast<unsigned long>(::getpid()); }

@@ -49,6 +49,17 @@ bool makePipe(int fds[2], bool nonBlockingRead) {
   return true;
 }
 
+// A pipe that carries wake-ups: neither end ever blocks, and a full pipe
+// already holds a wake-up.
+bool makeSignalPipe(int& readEnd, int& writeEnd) {
+  int fds[2];
+  if (!makePipe(fds, true)) return false;
+  ::fcntl(fds[1], F_SETFL, ::fcntl(fds[1], F_GETFL) | O_NONBLOCK);
+  readEnd = fds[0];
+  writeEnd = fds[1];
+  return true;
+}
+
 }  // namespace
 
 struct StreamPipes::Impl {
@@ -94,16 +105,9 @@ StreamPipes::StreamPipes(bool alsoStandardOutput, int pipeSize) : impl_(std::mak
   // A program started with a standard descriptor closed would otherwise get
   // a pipe end there, and interception would write into its own input.
   occupyStandardDescriptors();
-  int wake[2];
-  int drained[2];
-  if (!makePipe(wake, true)) throw std::runtime_error("Can't create stderr redirection pipe");
-  ::fcntl(wake[1], F_SETFL, ::fcntl(wake[1], F_GETFL) | O_NONBLOCK);
-  impl_->wakeRead = wake[0];
-  impl_->wakeWrite = wake[1];
-  if (!makePipe(drained, true)) throw std::runtime_error("Can't create stderr redirection pipe");
-  ::fcntl(drained[1], F_SETFL, ::fcntl(drained[1], F_GETFL) | O_NONBLOCK);
-  impl_->drainedRead = drained[0];
-  impl_->drainedWrite = drained[1];
+  if (!makeSignalPipe(impl_->wakeRead, impl_->wakeWrite) || !makeSignalPipe(impl_->drainedRead, impl_->drainedWrite)) {
+    throw std::runtime_error("Can't create stderr redirection pipe");
+  }
   try {
     if (alsoStandardOutput) impl_->intercept(kStandardOutput, pipeSize, "Can't duplicate handle for stdout");
     impl_->intercept(kStandardError, pipeSize, "Can't create stderr redirection pipe");

@@ -1,12 +1,11 @@
 // Windows only: the process's unhandled-exception filter, the C runtime's
-// SIGABRT handler (abort) and std::set_terminate.
+// SIGABRT handler (abort).
 #include "debug/log/fatal_handlers.h"
 
 #include "platform/win32_api.h"
 
 #include <csignal>
 #include <cstdlib>
-#include <exception>
 
 namespace qorin::Debug::detail {
 
@@ -15,7 +14,6 @@ namespace {
 void (*drainHook)() = nullptr;
 LPTOP_LEVEL_EXCEPTION_FILTER previousFilter = nullptr;
 void (*previousAbortHandler)(int) = SIG_DFL;
-std::terminate_handler previousTerminate = nullptr;
 
 LONG WINAPI onUnhandledException(EXCEPTION_POINTERS* exception) {
   drainHook();
@@ -31,20 +29,14 @@ void onAbort(int signal) {
   }
 }
 
-void onTerminate() {
-  drainHook();
-  if (previousTerminate) previousTerminate();
-  std::abort();
-}
 
 }  // namespace
 
-void installFatalHandlers(void (*drain)()) {
+void installFatalSignalHandlers(void (*drain)()) {
   if (drainHook) return;
   drainHook = drain;
   previousFilter = ::SetUnhandledExceptionFilter(&onUnhandledException);
   previousAbortHandler = std::signal(SIGABRT, &onAbort);
-  previousTerminate = std::set_terminate(&onTerminate);
 }
 
 unsigned long currentProcessId() { return ::GetCurrentProcessId(); }

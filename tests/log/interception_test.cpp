@@ -238,8 +238,13 @@ TEST_F(Interception, AThrowingOutputIsReportedOnceAndTheOthersGoOn) {
     struct Throwing : OutputHandler {
       void logMsg(MessageType, const char*, const char*) override { throw std::runtime_error("disk on fire"); }
     };
+    struct ThrowingFlush : ByteOutputHandler {
+      void logLine(MessageType, std::string_view, std::string_view) override {}
+      void flushLines() override { throw std::runtime_error("flush on fire"); }
+    };
     qorin::testing::StreamCapture errors(stderr);
     Logger::getInstance().multiplexer().addOutput(std::make_shared<Throwing>());
+    Logger::getInstance().multiplexer().addOutput(std::make_shared<ThrowingFlush>());
     auto output = interceptStreams(true);
     std::fputs("from the stream\n", stdout);
     Logger::waitForStreamSync();
@@ -249,7 +254,9 @@ TEST_F(Interception, AThrowingOutputIsReportedOnceAndTheOthersGoOn) {
     Logger::shutdown();
     const std::string reported = errors.release();
     return expectLines(output->lines(), {"0|from the stream\n", "2|from the program\n", "0|again\n"}) +
-           (reported == "Log output failed: disk on fire\n" ? "" : "stderr: [" + reported + "]\n");
+           (reported == "Log output failed: disk on fire\nLog output failed: flush on fire\n"
+                ? ""
+                : "stderr: [" + reported + "]\n");
   });
 }
 

@@ -21,6 +21,17 @@ using LoggerProcess = qorin::testing::InterceptionTest;
 // Whatever is closed at start, each line reaches the log once and nothing
 // loops (the log file or a pipe end would otherwise become descriptor 1).
 TEST_F(LoggerProcess, ClosedStandardDescriptorsAtStart) {
+  // Interception alone, no file opened before the pipes.
+  EXPECT_IN_CHILD([] {
+    qorin::testing::watchdog(30);
+    ::close(1);
+    ::close(2);
+    auto output = qorin::testing::interceptStreams(true);
+    std::fputs("out\n", stdout);
+    std::fputs("err\n", stderr);
+    Logger::waitForStreamSync();
+    return qorin::testing::expectLines(output->lines(), {"0|out\n", "0|err\n"});
+  });
   const SharedLogFile log("QORIN_CLOSED_TEST_LOG", "closed");
   const std::vector<std::vector<int>> closedSets = {{0}, {1}, {2}, {1, 2}, {0, 1, 2}};
   for (const std::vector<int>& closed : closedSets) {
