@@ -1,5 +1,6 @@
 #include <qorin/debug.h>
 
+#include "debug/log/line_assembler.h"
 #include "debug/log/log_line.h"
 #include "debug/log/stream_pipes.h"
 
@@ -285,6 +286,21 @@ void Multiplexer::deliverLineInternal(MessageType type, std::string_view message
       reportOutputFailure(output);
     }
   }
+}
+
+void Multiplexer::logLines(MessageType type, detail::LineAssembler& lines, std::string_view bytes, bool finish,
+                           const OutputHandler* except) {
+  const Stamp stamp = readClock();
+  std::lock_guard<std::mutex> lock(mutex_);
+  const auto deliver = [&](std::string_view line) {
+    if (enabled_) deliverLineInternal(type, line, stamp, except);
+  };
+  if (finish) {
+    lines.flush(deliver);
+  } else {
+    lines.feed(bytes.data(), bytes.size(), deliver);
+  }
+  if (enabled_) flushOutputsInternal();
 }
 
 void Multiplexer::flushOutputsInternal() {

@@ -54,34 +54,19 @@ Logger::Drain Logger::drainStreams(bool untilPaused) {
 void Logger::deliverChunk(int streamIndex, const char* data, std::size_t size) {
   const auto stream = static_cast<StandardStream>(streamIndex);
   detail::LoggerState& state = loggerState();
-  Multiplexer& mux = getInstance().multiplexer_;
   const MessageType type = lineType(stream);
   // The screen gets the bytes as they come, whole or not, and even while
-  // the multiplexer is disabled.
+  // the multiplexer is disabled; the mirror then skips these lines.
   if (state.mirror) state.mirror->writeRaw(type, data, size);
-  const Multiplexer::Stamp stamp = mux.readClock();
-  std::lock_guard<std::mutex> lock(mux.mutex_);
-  const bool enabled = mux.enabled_;
-  // All lines of the chunk under one hold of the lock, each output flushed
-  // once: a log file gets them with one append.
-  state.lines[stream].feed(data, size, [&](std::string_view line) {
-    if (enabled) mux.deliverLineInternal(type, line, stamp, state.mirror.get());
-  });
-  if (enabled) mux.flushOutputsInternal();
+  getInstance().multiplexer_.logLines(type, state.lines[stream], std::string_view(data, size), false,
+                                      state.mirror.get());
 }
 
 void Logger::flushStreamLines() {
   detail::LoggerState& state = loggerState();
-  Multiplexer& mux = getInstance().multiplexer_;
-  const Multiplexer::Stamp stamp = mux.readClock();
-  std::lock_guard<std::mutex> lock(mux.mutex_);
   for (StandardStream stream : {detail::kStandardError, detail::kStandardOutput}) {
-    const MessageType type = lineType(stream);
-    state.lines[stream].flush([&](std::string_view line) {
-      if (mux.enabled_) mux.deliverLineInternal(type, line, stamp, state.mirror.get());
-    });
+    getInstance().multiplexer_.logLines(lineType(stream), state.lines[stream], {}, true, state.mirror.get());
   }
-  if (mux.enabled_) mux.flushOutputsInternal();
 }
 
 void Logger::inStreamThreadHandler() {

@@ -388,6 +388,10 @@ QORIN_EXPORT std::string formatString(const char* format, ...) QORIN_PRINTF_FORM
 
 namespace qorin::Debug {
 
+namespace detail {
+class LineAssembler;
+}
+
 // Where a message came from; the letter is what a log file shows before ':'.
 enum MessageType : int {
   STD_MSG = 0,  // standard output, 's'
@@ -564,6 +568,7 @@ class QORIN_EXPORT Multiplexer {
 
  private:
   friend class Logger;
+  friend class StreamLineLogger;
 
   void addOutputInternal(const std::shared_ptr<OutputHandler>& handler);
   void removeOutputInternal(const std::shared_ptr<OutputHandler>& handler);
@@ -587,6 +592,12 @@ class QORIN_EXPORT Multiplexer {
   void deliverLineInternal(MessageType type, std::string_view message, const Stamp& stamp,
                            const OutputHandler* except = nullptr);
   void flushOutputsInternal();
+  // Feeds `bytes` to `lines` (or, with `finish`, lets go of its unfinished
+  // line) and delivers the lines it completes under one hold of the lock,
+  // to every output but `except`, then flushes them once. Nothing is
+  // delivered while disabled.
+  void logLines(MessageType type, detail::LineAssembler& lines, std::string_view bytes, bool finish,
+                const OutputHandler* except);
 
   struct Output {
     std::shared_ptr<OutputHandler> handler;
@@ -610,6 +621,34 @@ class QORIN_EXPORT Multiplexer {
   long long stampSeconds_ = -1;
   std::string stampText_;
   std::string lineBuffer_;
+};
+
+// Logs a byte stream line by line, as the Logger logs the streams it
+// intercepts: a line ends at its line feed, which stays; carriage returns are
+// dropped; any other byte is kept; a line reaching MAX_LINE_LENGTH bytes goes
+// in pieces; the lines that one piece of bytes completes reach each output
+// with one flush (one append to a log file). For a program that reads
+// another program's output itself. Not thread-safe: one writer per object.
+//
+// Example:
+//   StreamLineLogger errors(mux, ERR_MSG);
+//   errors.log("50%\rdone\npart");   // run.log gains "e:50%done\n"
+//   errors.finish();                 // run.log gains "e:part\n"
+class QORIN_EXPORT StreamLineLogger {
+ public:
+  StreamLineLogger(Multiplexer& multiplexer, MessageType type);
+  ~StreamLineLogger();
+  StreamLineLogger(const StreamLineLogger&) = delete;
+  StreamLineLogger& operator=(const StreamLineLogger&) = delete;
+
+  void log(std::string_view bytes);
+  // Logs the unfinished last line, if any, with a line feed added.
+  void finish();
+
+ private:
+  Multiplexer& multiplexer_;
+  MessageType type_;
+  std::unique_ptr<detail::LineAssembler> lines_;
 };
 
 // The logger's flags (see Flag), each created on first call.

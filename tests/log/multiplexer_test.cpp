@@ -152,6 +152,24 @@ TEST(Multiplexer, ASecondRunAppendsToTheFile) {
   EXPECT_EQ(log.read(), "l:first\nl:second\n");
 }
 
+// A stream read by the program itself is logged as intercepted streams are:
+// lines whole whatever the pieces, every byte but carriage returns, the
+// lines of one piece with one append, the unfinished last one ended.
+TEST(StreamLineLogger, LinesOfAStreamReadByTheProgram) {
+  using namespace std::string_literals;
+  TemporaryFileName log("stream");
+  Multiplexer mux;
+  mux.addFileOutput(log.name());
+  StreamLineLogger errors(mux, ERR_MSG);
+  errors.log("50%\rdo");
+  EXPECT_EQ(log.read(), "");
+  errors.log("ne\na\0b\nrest"s);
+  EXPECT_EQ(log.read(), "e:50%done\ne:a\0b\n"s);
+  errors.finish();
+  errors.finish();  // nothing left
+  EXPECT_EQ(log.read(), "e:50%done\ne:a\0b\ne:rest\n"s);
+}
+
 // Every line exactly once, untorn, each thread's lines in its own order.
 TEST(LogConcurrency, EightThreadsIntoOneFile) {
   constexpr int kThreads = 8, kLines = 10000;
