@@ -93,4 +93,25 @@ bool convert_parm_value_units(double value, UnitAndMultiplier from, double* resu
   return from_mks(mks, to, result);
 }
 
+void convert_parm_values_to_mks_units(const double* in, double* out, std::size_t count, UnitAndMultiplier unit) {
+  require_from_units(unit);
+  if (power_scale(unit) != PowerScale::linear) {
+    for (std::size_t i = 0; i < count; ++i) out[i] = to_mks(in[i], unit);
+    return;
+  }
+  const double factor = unit.multiplier()->multipler();
+  for (std::size_t i = 0; i < count; ++i) out[i] = in[i] * factor;
+}
+
+std::size_t convert_parm_values_from_mks_units(const double* in, double* out, std::size_t count,
+                                               UnitAndMultiplier unit) {
+  require_to_units(unit);
+  for (std::size_t i = 0; i < count; ++i) {
+    double result = 0.0;
+    if (!from_mks(in[i], unit, &result)) return i;
+    out[i] = result;
+  }
+  return count;
+}
+
 }  // namespace qorin::units
