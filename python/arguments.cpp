@@ -7,7 +7,10 @@ std::string utf8_of(py::handle text) {
   if (!PyUnicode_Check(text.ptr())) {
     throw py::type_error(std::string("expected str, got ") + Py_TYPE(text.ptr())->tp_name);
   }
-  // PyUnicode_AsUTF8AndSize would refuse lone surrogates.
+  // The str's own cached UTF-8 first: no copy in Python, and most texts have it.
+  Py_ssize_t size = 0;
+  if (const char* utf8 = PyUnicode_AsUTF8AndSize(text.ptr(), &size)) return std::string(utf8, static_cast<std::size_t>(size));
+  PyErr_Clear();  // lone surrogates: written in their three-byte form
   py::object bytes = py::reinterpret_steal<py::object>(PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogatepass"));
   if (!bytes) throw py::error_already_set();
   return std::string(PyBytes_AS_STRING(bytes.ptr()), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.ptr())));
@@ -31,7 +34,7 @@ void raise(PyObject* type, const std::string& message) {
 
 const units::UnitType* unit_type_of(py::handle type) {
   if (type.is_none()) return nullptr;
-  if (py::isinstance<units::UnitType>(type)) return type.cast<const units::UnitType*>();
+  if (!PyUnicode_Check(type.ptr()) && py::isinstance<units::UnitType>(type)) return type.cast<const units::UnitType*>();
   const std::string name = utf8_of(type);
   const units::UnitType* found = units::find_unit_type(name);
   if (found == nullptr) raise(PyExc_KeyError, "unknown unit type \"" + name + "\"");
@@ -39,7 +42,7 @@ const units::UnitType* unit_type_of(py::handle type) {
 }
 
 units::UnitAndMultiplier unit_of(py::handle unit, const units::UnitType* type) {
-  if (py::isinstance<units::UnitAndMultiplier>(unit)) {
+  if (!PyUnicode_Check(unit.ptr()) && py::isinstance<units::UnitAndMultiplier>(unit)) {
     const auto chosen = unit.cast<units::UnitAndMultiplier>();
     if (type != nullptr && chosen.type() != type) {
       raise(PyExc_KeyError, "unit type " + type->unit_type_name() + " has no unit \"" + chosen.unit_name() + "\"");
