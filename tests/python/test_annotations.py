@@ -2,6 +2,7 @@
 the Python-side contract (None where a form has no value, no exceptions on
 bad text, str and repr)."""
 import json
+from concurrent.futures import ThreadPoolExecutor
 import os
 import subprocess
 
@@ -104,3 +105,11 @@ def test_canonicalize_batches_and_defaults_to_num():
         qorin.canonicalize(["1", 2])
     with pytest.raises(KeyError):
         qorin.canonicalize("1", unit_type="nope")
+
+
+def test_batches_on_several_threads_keep_apart():
+    # The batch runs without the GIL: nothing may be shared between calls.
+    lists = [[f"{i} pF opt{{ {i} pF to {j} pF }}" for i in range(2000)] for j in range(100, 108)]
+    expected = [[f"{i}pF opt{{ {i}pF to {j}pF }}" for i in range(2000)] for j in range(100, 108)]
+    with ThreadPoolExecutor(4) as pool:
+        assert list(pool.map(lambda texts: qorin.canonicalize(texts, unit_type="cap"), lists)) == expected
