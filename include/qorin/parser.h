@@ -617,7 +617,7 @@ QORIN_EXPORT AnnotationCheck check_annotation(const std::string& text, const Ann
 // Example (capacitance type):
 //   "10 pF"      => well formed, canonical "10pF", MKS 1e-11
 //   "(a)*(b) pF" => not well formed, canonical "(a)*(b) pF", no MKS value
-// Example (any unit): "25 degC" => canonical "25 degC" (the plain form hides the unit)
+// Example (any unit): "25 deg" => canonical "25 deg" (the plain form "25" would hide the unit)
 QORIN_EXPORT bool is_well_formed_nominal(const ParserValue& value);
 QORIN_EXPORT std::string canonical_nominal(const ParserValue& value, const AnnotationSettings& settings);
 QORIN_EXPORT std::optional<double> value_in_mks(const ParserValue& value);

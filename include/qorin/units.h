@@ -154,8 +154,8 @@ QORIN_EXPORT bool convert_parm_value_units(double value, UnitAndMultiplier from,
 // The batch forms, for arrays of values in one unit: element i gets exactly
 // what the single-value call gives for in[i]. A linear unit is one multiply
 // (or divide) per element. `in` and `out` are the same array or do not
-// overlap. Null units
-// throw as the single calls do, before any element is written.
+// overlap. Null units throw as the single calls do, before any element is
+// written.
 QORIN_EXPORT void convert_parm_values_to_mks_units(const double* in, double* out, std::size_t count,
                                                    UnitAndMultiplier unit);
 // Returns `count` when every element converted, else the index of the first
