@@ -4,7 +4,6 @@
 
 #include <exception>
 #include <new>
-#include <stdexcept>
 
 #ifndef QORIN_VERSION
 #error "QORIN_VERSION must be defined by the build"

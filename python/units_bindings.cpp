@@ -6,7 +6,8 @@
 
 #include <pybind11/numpy.h>
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace qorin::python {
 
