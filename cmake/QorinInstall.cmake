@@ -29,6 +29,17 @@ if(TARGET qorin)
   install(TARGETS qorin RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
+# The Python module goes into the prefix's own package folder, with its type
+# stub beside it, and finds the library relative to itself like the tool.
+if(TARGET qorin_python)
+  set(QORIN_PYTHON_INSTALL_DIR "lib/python${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}/site-packages"
+      CACHE STRING "Where the qorin Python module is installed, relative to the prefix")
+  qorin_relative_path(python_to_lib ${QORIN_PYTHON_INSTALL_DIR} ${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(qorin_python PROPERTIES INSTALL_RPATH "$ORIGIN/${python_to_lib}")
+  install(TARGETS qorin_python LIBRARY DESTINATION ${QORIN_PYTHON_INSTALL_DIR})
+  install(FILES python/qorin.pyi DESTINATION ${QORIN_PYTHON_INSTALL_DIR})
+endif()
+
 set(QORIN_FMT_HEADER_ONLY OFF)
 set(QORIN_PC_REQUIRES fmt)
 set(QORIN_PC_CFLAGS)

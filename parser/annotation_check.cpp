@@ -3,6 +3,7 @@
 #include "parser/value_forms.h"
 
 #include <qorin/parser.h>
+#include <qorin/text.h>
 
 namespace qorin::parser {
 
@@ -53,9 +54,7 @@ void check_option(const ParamItemParser& parser, const ParamOptionData& option, 
 
 void check_nominal(const ParamItemParser& parser, const AnnotationSettings& settings, AnnotationCheck* check) {
   const ParserValue& nominal = parser.get_nominal();
-  // A value read with a unit had its form checked by the split, parenthesised
-  // expressions included.
-  if (nominal.units().is_valid() || detail::is_plain_value(nominal.value())) return;
+  if (is_well_formed_nominal(nominal)) return;
   std::string message = "nominal " + quoted(nominal.value()) + " is not a number, variable, quoted string or file reference";
   if (settings.unit_type != nullptr) {
     message += " with a unit of type " + settings.unit_type->unit_type_name();
@@ -68,8 +67,7 @@ void check_nominal(const ParamItemParser& parser, const AnnotationSettings& sett
 // Under allow_any_unit the nominal's unit sets the type, so a unit that the
 // plain form hides (temperature, angle) is written out: "value unit". Empty
 // when the plain form carries everything.
-std::string nominal_with_hidden_unit(const ParamItemParser& parser, const AnnotationSettings& settings) {
-  const ParserValue& nominal = parser.get_nominal();
+std::string nominal_with_hidden_unit(const ParserValue& nominal, const AnnotationSettings& settings) {
   const units::UnitAndMultiplier& unit = nominal.units();
   if (!settings.allow_any_unit || !unit.is_valid() || unit.type()->uses_scale_factors()) return {};
   std::string value = nominal.value();
@@ -93,8 +91,26 @@ void check_annotation(ParamItemParser& parser, const std::string& text, const An
   check_nominal(parser, settings, check);
   parser.reformat();
   parser.get_combined_string(&check->canonical);
-  const std::string nominal = nominal_with_hidden_unit(parser, settings);
+  const std::string nominal = nominal_with_hidden_unit(parser.get_nominal(), settings);
   if (!nominal.empty()) check->canonical.replace(0, parser.get_nominal().combined_value().size(), nominal);
+}
+
+bool is_well_formed_nominal(const ParserValue& value) {
+  // A value read with a unit had its form checked by the split, parenthesised
+  // expressions included.
+  return value.units().is_valid() || detail::is_plain_value(value.value());
+}
+
+std::string canonical_nominal(const ParserValue& value, const AnnotationSettings& settings) {
+  std::string hidden = nominal_with_hidden_unit(value, settings);
+  return hidden.empty() ? value.combined_value() : hidden;
+}
+
+std::optional<double> value_in_mks(const ParserValue& value) {
+  if (!value.is_number()) return std::nullopt;
+  const double x = toDouble_nothrow(value.value());
+  const units::UnitAndMultiplier& unit = value.units();
+  return unit.is_valid() ? units::convert_parm_value_to_mks_units(x, unit) : x;
 }
 
 AnnotationCheck check_annotation(const std::string& text, const AnnotationSettings& settings) {

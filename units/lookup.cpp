@@ -31,6 +31,14 @@ UnitAndMultiplier find_unit(const char* name) {
   return {};
 }
 
+std::vector<const UnitType*> find_unit_types_with(const std::string& name) {
+  std::vector<const UnitType*> types;
+  for (const UnitType& type : get_all_units()) {
+    if (find_in_type(type, name) != nullptr) types.push_back(&type);
+  }
+  return types;
+}
+
 UnitAndMultiplier find_unit_of_type(const UnitType* type, const char* name) {
   if (const UnitMultiplier* multiplier = find_in_type(*type, name)) return {type, multiplier};
   return {};

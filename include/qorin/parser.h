@@ -29,6 +29,7 @@
 #include <qorin/export.h>
 #include <qorin/units.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -600,6 +601,26 @@ struct AnnotationCheck {
 QORIN_EXPORT void check_annotation(ParamItemParser& parser, const std::string& text,
                                    const AnnotationSettings& settings, AnnotationCheck* check);
 QORIN_EXPORT AnnotationCheck check_annotation(const std::string& text, const AnnotationSettings& settings);
+
+// What check_annotation makes of a nominal, for a caller that holds one value
+// parsed as the nominal is (set_value_with_optional_unit_suffix without the
+// percent unit, allow_any_unit as in the settings).
+//
+// is_well_formed_nominal: false exactly when check_annotation warns about the
+// nominal: a value without a unit that is not empty, a number, a variable, a
+// quoted string or a file reference. canonical_nominal: the nominal as it
+// stands in the canonical text. value_in_mks: a number converted from
+// its unit to MKS, a bare number as it is (taken as MKS already, as
+// scale_all_unitless_values reads it); nullopt for anything that is not a
+// number. The tool shows option values the same way.
+//
+// Example (capacitance type):
+//   "10 pF"      => well formed, canonical "10pF", MKS 1e-11
+//   "(a)*(b) pF" => not well formed, canonical "(a)*(b) pF", no MKS value
+// Example (any unit): "25 deg" => canonical "25 deg" (the plain form "25" would hide the unit)
+QORIN_EXPORT bool is_well_formed_nominal(const ParserValue& value);
+QORIN_EXPORT std::string canonical_nominal(const ParserValue& value, const AnnotationSettings& settings);
+QORIN_EXPORT std::optional<double> value_in_mks(const ParserValue& value);
 
 // A value that is looked up in a data file: «file{dataset, value}».
 //

@@ -21,6 +21,7 @@
 
 #include <qorin/export.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -123,6 +124,13 @@ QORIN_EXPORT const UnitType* get_legacy_unit(DMUnitE e);
 // The first type named exactly `name` ("freq"), or null.
 QORIN_EXPORT const UnitType* find_unit_type(const std::string& name);
 
+// Every type that has a unit named exactly `name`, in catalogue order: a
+// name may stand in several («ft» in lng and dist).
+//
+// Example:
+//   find_unit_types_with("ft")  => {lng, dist}    find_unit_types_with("FT") => {}
+QORIN_EXPORT std::vector<const UnitType*> find_unit_types_with(const std::string& name);
+
 // The first unit of the catalogue named exactly `name` (case-sensitive), or an
 // invalid result. "meter" and "ft" resolve to the length type, which comes
 // before distance.
@@ -142,5 +150,18 @@ QORIN_EXPORT bool convert_parm_value_from_mks_units(double value, UnitAndMultipl
 // `from` => MKS => `to`. Types are not checked: 1 GHz to kOhm gives 1e6.
 QORIN_EXPORT bool convert_parm_value_units(double value, UnitAndMultiplier from, double* result,
                                            UnitAndMultiplier to);
+
+// The batch forms, for arrays of values in one unit: element i gets exactly
+// what the single-value call gives for in[i]. A linear unit is one multiply
+// (or divide) per element. `in` and `out` are the same array or do not
+// overlap. Null units throw as the single calls do, before any element is
+// written.
+QORIN_EXPORT void convert_parm_values_to_mks_units(const double* in, double* out, std::size_t count,
+                                                   UnitAndMultiplier unit);
+// Returns `count` when every element converted, else the index of the first
+// that could not (a non-positive power, the float overflow guard); the
+// elements before it are written, the rest are not.
+QORIN_EXPORT std::size_t convert_parm_values_from_mks_units(const double* in, double* out, std::size_t count,
+                                                           UnitAndMultiplier unit);
 
 }  // namespace qorin::units

@@ -43,6 +43,30 @@ TEST(AnnotationCheck, NamesEveryProblem) {
   EXPECT_EQ(check_annotation("20 Celsius", {find_unit_type("temp"), false, true}).canonical, "20");
 }
 
+// One value read as a nominal gets the same verdict and text as the nominal
+// of check_annotation.
+TEST(AnnotationCheck, ANominalAloneGetsTheChecksOfTheWholeAnnotation) {
+  struct Case { const char *text, *type; bool any_unit, well_formed; const char* canonical; double mks; };
+  const double none = -1.0;
+  const Case cases[] = {
+      {"10 pF", "cap", false, true, "10pF", 1e-11},       {"(a)*(b) pF", "cap", false, false, "(a)*(b) pF", none},
+      {"2.5", "freq", false, true, "2.5", 2.5},           {"10 dbm", "power", false, true, "dbmtow(10)", 0.01},
+      {"x_1 GHz", "freq", false, true, "(x_1) GHz", none}, {"25 deg", nullptr, true, true, "25 deg", 25.0},
+      {"3 bad", nullptr, true, false, "3 bad", none},     {"", "cap", false, true, "", none},
+  };
+  for (const Case& c : cases) {
+    const AnnotationSettings settings{c.type ? find_unit_type(c.type) : nullptr, c.any_unit, true};
+    ParserValue value;
+    value.set_value_with_optional_unit_suffix(c.text, settings.unit_type, false, settings.allow_any_unit);
+    EXPECT_EQ(is_well_formed_nominal(value), c.well_formed) << c.text;
+    EXPECT_EQ(canonical_nominal(value, settings), c.canonical) << c.text;
+    EXPECT_EQ(value_in_mks(value).value_or(none), c.mks) << c.text;
+    const AnnotationCheck check = check_annotation(c.text, settings);
+    EXPECT_EQ(check.canonical, c.canonical) << c.text;
+    EXPECT_EQ(check.diagnostics.empty(), c.well_formed) << c.text;
+  }
+}
+
 TEST(AnnotationCheck, AReusedParserStartsClean) {
   ParamItemParser parser;
   AnnotationCheck check;

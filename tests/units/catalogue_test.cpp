@@ -45,6 +45,10 @@ TEST(UnitLookup, FirstExactMatchInCatalogueOrder) {
   const UnitAndMultiplier ft = find_unit_of_type(dist, "ft");
   EXPECT_TRUE(ft.type() == dist && ft.multiplier() == &dist->multipliers()[2]);
   EXPECT_FALSE(find_unit_of_type(dist, "mm").is_valid());
+  const std::vector<const UnitType*> ft_types = {find_unit_type("lng"), dist};
+  EXPECT_EQ(find_unit_types_with("ft"), ft_types);
+  EXPECT_TRUE(find_unit_types_with("FT").empty());
+  EXPECT_TRUE(find_unit_types_with(std::string("pF\0", 3)).empty());
 }
 
 TEST(UnitLookup, MultiplierMatchesTypeByAddress) {

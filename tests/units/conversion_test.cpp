@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -77,4 +78,30 @@ TEST(UnitConversion, NullUnitsThrowPlainRuntimeErrors) {
   EXPECT_EQ(error_of([&] { convert_parm_value_units(1.0, find_unit("Hz"), &r, {}); }), to_null);
   EXPECT_EQ(error_of([&] { convert_parm_value_units(4.5, {}, &r, {}); }), from_null);
   EXPECT_EQ(r, 4.5);  // set before anything can throw
+}
+
+TEST(UnitConversion, BatchesGiveTheSingleCallsResultsInPlace) {
+  const double values[] = {-150.5, 0.0, 0.1, 13.0, 47.3, 3100.0, -3300.0, 1e-300};
+  constexpr std::size_t count = sizeof(values) / sizeof(values[0]);
+  for (const char* name : {"dBm", "dBW", "pF", "mi", "Celsius"}) {
+    const UnitAndMultiplier unit = find_unit(name);
+    double in_place[count];
+    std::copy(values, values + count, in_place);
+    convert_parm_values_to_mks_units(in_place, in_place, count, unit);
+    for (std::size_t i = 0; i < count; ++i) {
+      EXPECT_EQ(in_place[i], convert_parm_value_to_mks_units(values[i], unit)) << name << " " << values[i];
+    }
+  }
+  // From MKS: stops at the first value the unit cannot hold, and writes
+  // nothing from there on.
+  const double watts[] = {1.0, 0.001, 0.0, 2.0};
+  double out[] = {-1.0, -1.0, -1.0, -1.0};
+  EXPECT_EQ(convert_parm_values_from_mks_units(watts, out, 4, find_unit("dBm")), 2u);
+  EXPECT_EQ(out[0], 30.0);
+  EXPECT_EQ(out[1], 0.0);
+  EXPECT_EQ(out[2], -1.0);
+  EXPECT_EQ(convert_parm_values_from_mks_units(watts, out, 2, find_unit("mW")), 2u);
+  EXPECT_EQ(out[0], 1000.0);
+  EXPECT_EQ(qorin::testing::thrown_message<std::runtime_error>([&] { convert_parm_values_to_mks_units(watts, out, 0, {}); }),
+            "Cannot convert parameter value from null units to mks units.");
 }

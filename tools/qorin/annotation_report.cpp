@@ -22,12 +22,8 @@ ordered_json value_json(const parser::ParserValue& value) {
   out["value"] = value.value();
   const units::UnitAndMultiplier& unit = value.units();
   out["unit"] = unit.is_valid() ? ordered_json(unit.unit_name()) : ordered_json(nullptr);
-  out["mks"] = nullptr;
-  if (value.is_number()) {
-    // A bare number counts as MKS already, as scale_all_unitless_values reads it.
-    double x = toDouble_nothrow(value.value());
-    out["mks"] = unit.is_valid() ? units::convert_parm_value_to_mks_units(x, unit) : x;
-  }
+  const std::optional<double> mks = parser::value_in_mks(value);
+  out["mks"] = mks ? ordered_json(*mks) : ordered_json(nullptr);
   return out;
 }
 

@@ -21,15 +21,6 @@ struct ConvertArgs {
   std::string type;
 };
 
-// The unit types that hold a unit named `name`, in catalogue order.
-std::vector<const units::UnitType*> types_with(const std::string& name) {
-  std::vector<const units::UnitType*> types;
-  for (const units::UnitType& type : units::get_all_units()) {
-    if (units::find_unit_of_type(&type, name.c_str()).is_valid()) types.push_back(&type);
-  }
-  return types;
-}
-
 std::string type_names(const std::vector<const units::UnitType*>& types) {
   std::string names;
   for (const units::UnitType* type : types) names += (names.empty() ? "" : ", ") + type->unit_type_name();
@@ -37,9 +28,9 @@ std::string type_names(const std::vector<const units::UnitType*>& types) {
 }
 
 int convert(const ConvertArgs& args) {
-  const auto from_types = types_with(args.from);
+  const auto from_types = units::find_unit_types_with(args.from);
   if (from_types.empty()) return usage_error("unknown unit \"" + args.from + "\"");
-  const auto to_types = types_with(args.to);
+  const auto to_types = units::find_unit_types_with(args.to);
   if (to_types.empty()) return usage_error("unknown unit \"" + args.to + "\"");
   // A unit name may stand in several types («ft» in lng and dist): the
   // conversion uses a type that has both, the first one unless --type names
