@@ -158,8 +158,15 @@ void Logger::setPaused(bool paused) {
 void Logger::setPausedInternal(bool paused) {
   detail::LoggerState& state = loggerState();
   if (state.pipes) {
-    std::lock_guard<std::mutex> pause(state.sPauseMutex);
-    if (state.sDoPause.exchange(paused) && !paused) state.sPauseCheck.notify_all();
+    std::unique_lock<std::mutex> pause(state.sPauseMutex);
+    const bool wasPaused = state.sDoPause.exchange(paused);
+    if (wasPaused && !paused) state.sPauseCheck.notify_all();
+    if (!wasPaused && paused && state.threadRunning) {
+      // Nothing may be read once pause returns: the reader may be between
+      // its look at the flag and a read, so wait until it has parked.
+      state.pipes->wake();
+      state.sPauseCheck.wait(pause, [&] { return state.readerParked || !state.threadRunning || state.sShuttingDown; });
+    }
   }
   if (!paused) {
     std::lock_guard<std::mutex> instance(state.instanceMutex);

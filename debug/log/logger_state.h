@@ -25,6 +25,7 @@ struct LoggerState {
   std::mutex sSyncMutex;
   std::condition_variable sSyncCheck;
   std::atomic<bool> sDoPause{true};
+  bool readerParked = false;  // under sPauseMutex: the stream thread waits for unpause
   std::atomic<bool> sShuttingDown{false};
   std::atomic<bool> sSync{false};
   // Sync requests are numbered; the stream thread answers every request

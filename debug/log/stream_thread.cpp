@@ -74,7 +74,10 @@ void Logger::inStreamThreadHandler() {
   for (;;) {
     {
       std::unique_lock<std::mutex> pause(state.sPauseMutex);
+      state.readerParked = true;
+      state.sPauseCheck.notify_all();
       state.sPauseCheck.wait(pause, [&] { return !state.sDoPause || state.sShuttingDown; });
+      state.readerParked = false;
     }
     const unsigned long long seen = state.syncRequested.load();
     // Whoever waits needs every byte written before the request, including
@@ -92,10 +95,14 @@ void Logger::inStreamThreadHandler() {
     state.pipes->waitForData();
   }
   flushStreamLines();
-  std::lock_guard<std::mutex> sync(state.sSyncMutex);
-  state.threadRunning = false;
-  state.sSync = false;
-  state.sSyncCheck.notify_all();
+  {
+    std::lock_guard<std::mutex> sync(state.sSyncMutex);
+    state.threadRunning = false;
+    state.sSync = false;
+    state.sSyncCheck.notify_all();
+  }
+  std::lock_guard<std::mutex> pause(state.sPauseMutex);
+  state.sPauseCheck.notify_all();
 }
 
 }  // namespace qorin::Debug
