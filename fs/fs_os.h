@@ -32,6 +32,8 @@ stdfs::path os_absolute(const stdfs::path& path, std::error_code& ec);
 bool os_means_not_found(const std::error_code& ec);
 
 bool os_access(const stdfs::path& path, int mode);
+// The runtime's chdir: 0, or -1 with errno.
+int os_chdir(const stdfs::path& path);
 FILE* os_fopen(const stdfs::path& path, const char* mode);
 
 // Whether both name the same file (volume and file number); ec on failure.
@@ -44,14 +46,26 @@ std::uint64_t os_random_64();
 std::error_code os_create_private_directory(const stdfs::path& path);
 std::error_code os_create_private_file(const stdfs::path& path);
 
+// A zero unit ends the name at the system call, which would then act on
+// another file («ab» for «ab\0cd»); such a name is refused instead.
+inline bool has_zero_unit(const stdfs::path& path) {
+  return path.native().find(stdfs::path::value_type()) != stdfs::path::string_type::npos;
+}
+inline std::error_code refused_name() { return std::make_error_code(std::errc::invalid_argument); }
+
 // f(native path) for the C-style wrappers, which never throw: text that is
-// not UTF-8 answers `failure` with errno EINVAL, as a bad name would.
+// not UTF-8, or that holds a zero, answers `failure` with errno EINVAL, as a
+// bad name would.
 template <class R, class F>
 R call_with_native(const std::string& utf8, R failure, F f) noexcept {
   stdfs::path native;
   try {
     native = os_path_from_utf8(utf8);
   } catch (...) {
+    errno = EINVAL;
+    return failure;
+  }
+  if (has_zero_unit(native)) {
     errno = EINVAL;
     return failure;
   }

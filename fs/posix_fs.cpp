@@ -37,6 +37,8 @@ bool os_means_not_found(const std::error_code& ec) {
 
 bool os_access(const stdfs::path& path, int mode) { return ::access(path.c_str(), mode) == 0; }
 
+int os_chdir(const stdfs::path& path) { return ::chdir(path.c_str()); }
+
 FILE* os_fopen(const stdfs::path& path, const char* mode) { return std::fopen(path.c_str(), mode); }
 
 bool os_same_file(const stdfs::path& a, const stdfs::path& b, std::error_code& ec) {

@@ -24,8 +24,6 @@ int chmod_utf8(const std::string& name, int mode) {
   return call_with_native(name, -1, [&](const path& p) { return ::chmod(p.c_str(), static_cast<mode_t>(mode)); });
 }
 
-int chdir_utf8(const Path& dir) { return ::chdir(dir.fs_path().c_str()); }
-
 int open_utf8(const std::string& name, int flags, int mode) {
   return call_with_native(name, -1, [&](const path& p) { return ::open(p.c_str(), flags | O_CLOEXEC, mode); });
 }

@@ -61,6 +61,8 @@ bool os_means_not_found(const std::error_code& ec) {
 
 bool os_access(const stdfs::path& path, int mode) { return ::_waccess(path.c_str(), mode) == 0; }
 
+int os_chdir(const stdfs::path& path) { return ::_wchdir(path.c_str()); }
+
 FILE* os_fopen(const stdfs::path& path, const char* mode) {
   return ::_wfopen(path.c_str(), toWString(mode).c_str());
 }

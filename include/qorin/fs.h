@@ -5,6 +5,15 @@
 // All text is UTF-8. Invalid UTF-8 in a path throws utf8::invalid_utf8
 // (see <qorin/text.h>), never a mangled name.
 //
+// A name with a zero byte (unit) in it is refused by everything that would
+// hand it to the system, never cut short at the zero: throwing members throw
+// std::filesystem::filesystem_error with their operation's name and
+// errc::invalid_argument, error-code forms answer false with that code, the
+// C-style functions answer -1 or null with errno EINVAL. exists() and the
+// status queries answer false for it: such a file cannot be there.
+//   Path(std::string("ab\0cd", 5)).create_directory()  => throws, «ab» is not made
+//   qorin::unlink_utf8(std::string("ab\0cd", 5))        => -1, errno EINVAL, «ab» stays
+//
 // Example:
 //   qorin::Path p("C:/Data/run.log");          // Windows: stored as C:\Data\run.log
 //   p == qorin::Path("c:\\DATA\\RUN.LOG")      => true on Windows
@@ -401,6 +410,12 @@ QORIN_EXPORT std::string get_directory_from_file(const std::string& path);
 // POSIX: directories get mode 0700, files 0600. The destructor removes what
 // was made (a directory with its contents) unless keep() was called; it
 // never throws. Movable, not copyable.
+//
+// A prefix or suffix is part of one name: one holding "/", "\\", ":", ".."
+// or a zero byte throws std::invalid_argument naming it, so the object is
+// always made directly in its folder. A relative folder is made absolute
+// when the object is made: path() is absolute, and a later change of the
+// current directory changes nothing about what the destructor removes.
 //
 // Example:
 //   TemporaryDirectory scratch("solve");   // e.g. /tmp/solve-3f9c0a17d2b4e681
