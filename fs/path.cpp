@@ -16,9 +16,11 @@ View text_of(const Path& p) { return View(p.fs_path().native()); }
 
 Path from_native(Path::string_type text) { return Path::from_fs_path(std::filesystem::path(std::move(text))); }
 
+detail::RootSpan root_of(View t) { return detail::split_root(t, native_path_style()); }
+
 // Where the last element after the root starts.
 std::size_t last_element_start(View t) {
-  const detail::RootSpan root = detail::split_root(t, native_path_style());
+  const detail::RootSpan root = root_of(t);
   std::size_t i = t.size();
   while (i > root.end && !detail::is_sep(t[i - 1], native_path_style())) --i;
   return i;
@@ -67,9 +69,35 @@ std::u16string Path::generic_u16string() const {
   return text;
 }
 
+Path Path::root_name() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(0, root_of(t).name_end)));
+}
+
+Path Path::root_directory() const {
+  const View t = text_of(*this);
+  const detail::RootSpan root = root_of(t);
+  return from_native(Path::string_type(t.substr(root.name_end, root.end - root.name_end)));
+}
+
+Path Path::root_path() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(0, root_of(t).end)));
+}
+
+Path Path::relative_path() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(root_of(t).end)));
+}
+
+bool Path::is_absolute() const {
+  const detail::RootSpan root = root_of(text_of(*this));
+  return root.end > root.name_end && (root.name_end > 0 || native_path_style() == PathStyle::posix);
+}
+
 Path Path::parent_path() const {
   const View t = text_of(*this);
-  const detail::RootSpan root = detail::split_root(t, native_path_style());
+  const detail::RootSpan root = root_of(t);
   std::size_t end = last_element_start(t);
   while (end > root.end && detail::is_sep(t[end - 1], native_path_style())) --end;
   return from_native(Path::string_type(t.substr(0, end)));
@@ -85,7 +113,7 @@ Path Path::stem() const {
 }
 
 Path& Path::append(const Path& other) {
-  path_ /= other.path_;
+  path_ = detail::append_text(text_of(*this), text_of(other), native_path_style());
   return *this;
 }
 

@@ -276,6 +276,25 @@ bool starts_with_text(PathView<C> t, PathView<C> prefix, PathStyle style) {
   }
 }
 
+// `base` / `p` as the standard path's append has it, on this grammar: a
+// p with a root directory and a root name, or with another root name than
+// base's, replaces base; a root directory alone keeps base's root name;
+// anything else is joined with a separator (none after a bare drive "C:").
+template <class C>
+PathText<C> append_text(PathView<C> base, PathView<C> p, PathStyle style) {
+  const RootSpan pr = split_root(p, style), br = split_root(base, style);
+  const bool p_has_dir = pr.end > pr.name_end;
+  if ((p_has_dir && (pr.name_end > 0 || style == PathStyle::posix)) ||
+      (pr.name_end > 0 && (br.name_end == 0 || compare_text(base.substr(0, br.name_end), p.substr(0, pr.name_end),
+                                                            style) != 0)))
+    return PathText<C>(p);
+  PathText<C> out(p_has_dir ? base.substr(0, br.name_end) : base);
+  const bool bare_drive = out.size() == br.name_end && br.name_end == 2 && looks_like_drive(base);
+  if (!p_has_dir && !out.empty() && !is_sep(out.back(), style) && !bare_drive) out.push_back(C(preferred_sep(style)));
+  out.append(p.substr(pr.name_end));
+  return out;
+}
+
 template <class C>
 PathText<C> resolve_text(PathView<C> base, PathView<C> p, PathStyle style) {
   const RootSpan pr = split_root(p, style), br = split_root(base, style);
@@ -298,6 +317,22 @@ PathText<C> resolve_text(PathView<C> base, PathView<C> p, PathStyle style) {
   return normalize_text<C>(joined, style);
 }
 
+// How many elements after the root still name the same volume: a share
+// after a server ("\\srv\share"), a drive after a device or verbatim prefix
+// ("\\?\C:"), and the server and share of "\\?\UNC\srv\share". Two paths
+// that differ there are on different volumes.
+template <class C>
+std::size_t volume_elements(PathView<C> t, const RootSpan& root, PathStyle style) {
+  if (style != PathStyle::windows || root.name_end < 3 || !is_sep(t[0], style)) return 0;
+  const PathView<C> name = t.substr(2, root.name_end - 2);
+  if (name.size() != 1 || (name[0] != C('?') && name[0] != C('.'))) return 1;
+  const PathView<C> first = t.substr(root.end, 4);
+  const bool unc = first.size() >= 3 && (first.size() == 3 || is_sep(first[3], style)) &&
+                   (unsigned(first[0]) | 0x20) == 'u' && (unsigned(first[1]) | 0x20) == 'n' &&
+                   (unsigned(first[2]) | 0x20) == 'c';
+  return unc ? 3 : 1;
+}
+
 template <class C>
 PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle style, bool* made_relative, int max_up) {
   const PathText<C> np = normalize_text(path, style), nb = normalize_text(base, style);
@@ -317,7 +352,7 @@ PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle sty
       compare_text(p.substr(0, pr.name_end), b.substr(0, br.name_end), style) != 0)
     return fail();
   // Normalized, so the elements after the roots are single-separated.
-  std::size_t i = pr.end, j = br.end;
+  std::size_t i = pr.end, j = br.end, matched = 0;
   auto element_end = [style](PathView<C> t, std::size_t from) {
     while (from < t.size() && !is_sep(t[from], style)) ++from;
     return from;
@@ -327,7 +362,10 @@ PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle sty
     if (compare_text(p.substr(i, ie - i), b.substr(j, je - j), style) != 0) break;
     i = ie < p.size() ? ie + 1 : ie;
     j = je < b.size() ? je + 1 : je;
+    ++matched;
   }
+  // No ".." climbs from one share or drive to another.
+  if (matched < std::max(volume_elements(p, pr, style), volume_elements(b, br, style))) return fail();
   long long ups = 0;
   for (std::size_t k = j; k < b.size(); k = element_end(b, k) + 1) {
     // A leading ".." in the base cannot be climbed out of by name.

@@ -167,25 +167,39 @@ class QORIN_EXPORT Path {
   void swap(Path& other) noexcept { path_.swap(other.path_); }
   bool empty() const { return path_.empty(); }
 
-  Path root_name() const { return from_fs_path(path_.root_name()); }
-  Path root_directory() const { return from_fs_path(path_.root_directory()); }
-  Path root_path() const { return from_fs_path(path_.root_path()); }
-  Path relative_path() const { return from_fs_path(path_.relative_path()); }
+  // The root as split_path reads it in the native style, on every
+  // platform the same: Windows root names are a drive "C:", a server
+  // "\\server", and the device and verbatim prefixes "\\.", "\\?"; the
+  // root directory is the separators after the root name, as written.
+  // Absolute means a root name and a root directory (Windows) or a leading
+  // "/" (POSIX); an absolute path completes to itself.
+  //
+  // Example (Windows): "\\srv\share\f" => root_name "\\srv", root_directory
+  //                    "\\", relative_path "share\f", is_absolute() true;
+  //                    "\\.\pipe\p" => root_name "\\."; "C:x" => "C:", "", "x"
+  Path root_name() const;
+  Path root_directory() const;
+  Path root_path() const;
+  Path relative_path() const;
   Path parent_path() const;
   Path filename() const;
   Path stem() const;
   Path extension() const { return from_fs_path(path_.extension()); }
-  bool has_root_name() const { return path_.has_root_name(); }
-  bool has_root_directory() const { return path_.has_root_directory(); }
-  bool has_root_path() const { return path_.has_root_path(); }
-  bool has_relative_path() const { return path_.has_relative_path(); }
+  bool has_root_name() const { return !root_name().empty(); }
+  bool has_root_directory() const { return !root_directory().empty(); }
+  bool has_root_path() const { return !root_path().empty(); }
+  bool has_relative_path() const { return !relative_path().empty(); }
   bool has_parent_path() const { return !parent_path().empty(); }
   bool has_filename() const { return !filename().empty(); }
   bool has_stem() const { return !stem().empty(); }
   bool has_extension() const { return path_.has_extension(); }
-  bool is_absolute() const { return path_.is_absolute(); }
+  bool is_absolute() const;
   bool is_relative() const { return !is_absolute(); }
 
+  // The standard append on the grammar above: a right side with a root
+  // name and root directory (or another root name) replaces, a root
+  // directory alone keeps this root name, anything else joins with "\\".
+  // Example (Windows): "C:\\x" / "\\\\srv\\s" => "\\\\srv\\s"; "C:\\x" / "\\y" => "C:\\y"
   Path& operator/=(const Path& other) { return append(other); }
   Path& append(const Path& other);
   Path& operator+=(const Path& other) { return concat(other); }

@@ -52,4 +52,48 @@ TEST(Win32Path, SimplifyKeepsRootSeparator) {
   EXPECT_EQ(qorin::get_directory_from_file("C:/w/a/f.txt"), "C:\\w\\a");
 }
 
+// The runtime's own path has no UNC or device roots; Path must.
+TEST(Win32Path, ServerAndDeviceRoots) {
+  struct Case { const char* in; const char* root_name; const char* root_directory; const char* relative; bool absolute; };
+  const Case cases[] = {{"\\\\srv\\share\\f", "\\\\srv", "\\", "share\\f", true},
+                        {"\\\\?\\C:\\a", "\\\\?", "\\", "C:\\a", true},
+                        {"\\\\.\\pipe\\p", "\\\\.", "\\", "pipe\\p", true},
+                        {"C:x", "C:", "", "x", false},
+                        {"\\x", "", "\\", "x", false}};
+  for (const Case& c : cases) {
+    const Path p(c.in);
+    EXPECT_EQ(p.root_name().string(), c.root_name) << c.in;
+    EXPECT_EQ(p.root_directory().string(), c.root_directory) << c.in;
+    EXPECT_EQ(p.root_path().string(), std::string(c.root_name) + c.root_directory) << c.in;
+    EXPECT_EQ(p.relative_path().string(), c.relative) << c.in;
+    EXPECT_EQ(p.is_absolute(), c.absolute) << c.in;
+    EXPECT_EQ(p.has_root_name(), *c.root_name != '\0') << c.in;
+    if (c.absolute) EXPECT_EQ(p.complete_path().string(), c.in);  // completes to itself
+  }
+  EXPECT_EQ((Path("C:\\x") /= Path("\\\\srv\\s")).string(), "\\\\srv\\s");
+  EXPECT_EQ((Path("\\\\srv\\s\\x") /= Path("y")).string(), "\\\\srv\\s\\x\\y");
+  EXPECT_EQ((Path("C:\\x") /= Path("\\y")).string(), "C:\\y");
+  EXPECT_EQ((Path("C:") /= Path("y")).string(), "C:y");
+  EXPECT_EQ((Path("C:\\x") /= Path("D:y")).string(), "D:y");
+  EXPECT_EQ(Path("C:\\w").resolve_path(Path("\\\\srv\\s\\..\\t")).string(), "\\\\srv\\t");
+  bool made = true;
+  EXPECT_EQ(Path::make_relative_path(Path("\\\\srv\\s1\\a"), Path("\\\\srv\\s2\\b"), &made, 9).string(),
+            "\\\\srv\\s1\\a");
+  EXPECT_FALSE(made);
+}
+
+// "C:x" on the current drive is the current directory's x, whether or not
+// the shell left "=C:" behind.
+TEST(Win32Path, DriveRelativeOnTheCurrentDrive) {
+  const Path cwd = Path::current_path();
+  const std::string drive = cwd.root_name().string();
+  ASSERT_EQ(drive.size(), 2u) << cwd.string();
+  const std::wstring variable = L"=" + cwd.root_name().wstring();
+  std::wstring saved(10000, L'\0');
+  const DWORD length = ::GetEnvironmentVariableW(variable.c_str(), saved.data(), 10000);
+  ASSERT_TRUE(::SetEnvironmentVariableW(variable.c_str(), nullptr));
+  EXPECT_EQ(Path(drive + "x").absolute(), Path(cwd) /= Path("x"));
+  if (length > 0) ::SetEnvironmentVariableW(variable.c_str(), saved.c_str());
+}
+
 }  // namespace
