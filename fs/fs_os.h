@@ -32,6 +32,14 @@ stdfs::path os_absolute(const stdfs::path& path, std::error_code& ec);
 bool os_means_not_found(const std::error_code& ec);
 
 bool os_access(const stdfs::path& path, int mode);
+// `mode` with the runtime's letter for a stream that no child inherits
+// ('N' on Windows, 'e' in glibc), before any ",ccs=" part.
+inline std::string mode_not_inherited(std::string_view mode, char letter) {
+  std::string out(mode.substr(0, mode.find(',')));
+  out += letter;
+  if (mode.find(',') != std::string_view::npos) out += mode.substr(mode.find(','));
+  return out;
+}
 // The runtime's chdir: 0, or -1 with errno.
 int os_chdir(const stdfs::path& path);
 FILE* os_fopen(const stdfs::path& path, const char* mode);

@@ -39,7 +39,9 @@ bool os_access(const stdfs::path& path, int mode) { return ::access(path.c_str()
 
 int os_chdir(const stdfs::path& path) { return ::chdir(path.c_str()); }
 
-FILE* os_fopen(const stdfs::path& path, const char* mode) { return std::fopen(path.c_str(), mode); }
+FILE* os_fopen(const stdfs::path& path, const char* mode) {
+  return std::fopen(path.c_str(), mode_not_inherited(mode, 'e').c_str());
+}
 
 bool os_same_file(const stdfs::path& a, const stdfs::path& b, std::error_code& ec) {
   struct stat sa, sb;

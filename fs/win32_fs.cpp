@@ -85,7 +85,7 @@ bool os_access(const stdfs::path& path, int mode) { return ::_waccess(path.c_str
 int os_chdir(const stdfs::path& path) { return ::_wchdir(path.c_str()); }
 
 FILE* os_fopen(const stdfs::path& path, const char* mode) {
-  return ::_wfopen(path.c_str(), toWString(mode).c_str());
+  return ::_wfopen(path.c_str(), toWString(mode_not_inherited(mode, 'N')).c_str());
 }
 
 namespace {

@@ -269,7 +269,8 @@ class QORIN_EXPORT Path {
   // file on disk. Errors: "equivalent".
   bool equivalent(const Path& other);
   // The C stream or null; when it fails and the path holds "..", tried once
-  // more as complete_path().
+  // more as complete_path(). No child process inherits the stream (the mode
+  // gets 'N' on Windows, 'e' on POSIX).
   FILE* fopen(const char* mode) const;
   static Path current_path();  // errors: "current_path()"
 
@@ -390,9 +391,11 @@ QORIN_EXPORT int access_utf8(const std::string& path, int mode);
 QORIN_EXPORT int stat_utf8(const std::string& path, FileStatus* status);
 QORIN_EXPORT int chmod_utf8(const std::string& path, int mode);
 QORIN_EXPORT int chdir_utf8(const Path& path);
-// A descriptor or -1; the flags pass unchanged (Windows: text mode unless
-// they ask for binary). Windows opens with full sharing, so that another
-// process can read a log that is being written.
+// A descriptor or -1. No child process inherits it: O_CLOEXEC (POSIX) or
+// _O_NOINHERIT (Windows) is added to the flags, which otherwise pass
+// unchanged (Windows: text mode unless they ask for binary). Windows opens
+// with full sharing, so that another process can read a log that is being
+// written.
 QORIN_EXPORT int open_utf8(const std::string& path, int flags, int mode);
 QORIN_EXPORT FILE* freopen_utf8(const std::string& path, const std::string& mode, FILE* stream);
 // A new name the caller releases with free(), or null.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -60,6 +61,22 @@ TEST(PosixPath, SimplifyAndCanonical) {
   EXPECT_EQ(qorin::fixFilenameSlashes("a/b\\c/"), "a\\b\\c\\");
   EXPECT_EQ(qorin::get_directory_from_file("/w/a/./f.txt"), "/w/a");
   EXPECT_EQ(qorin::canonical_path("x/../y"), qorin::getcwd_utf8() + "/y");
+}
+
+// A child started with exec must not inherit the library's files.
+TEST(PosixPath, FilesAreClosedOnExec) {
+  qorin::TemporaryDirectory dir("qorin-cloexec");
+  const Path file = Path(dir.path()) /= Path("f");
+  for (const char* mode : {"w", "r+b", "a,ccs=UTF-8"}) {
+    FILE* stream = file.fopen(mode);
+    if (!stream) continue;  // glibc has no ccs=
+    EXPECT_NE(::fcntl(fileno(stream), F_GETFD) & FD_CLOEXEC, 0) << mode;
+    std::fclose(stream);
+  }
+  const int fd = qorin::open_utf8(file.string(), O_RDONLY, 0);
+  ASSERT_GE(fd, 0);
+  EXPECT_NE(::fcntl(fd, F_GETFD) & FD_CLOEXEC, 0);
+  ::close(fd);
 }
 
 }  // namespace

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <io.h>
+
 namespace {
 
 using qorin::Path;
@@ -94,6 +97,27 @@ TEST(Win32Path, DriveRelativeOnTheCurrentDrive) {
   ASSERT_TRUE(::SetEnvironmentVariableW(variable.c_str(), nullptr));
   EXPECT_EQ(Path(drive + "x").absolute(), Path(cwd) /= Path("x"));
   if (length > 0) ::SetEnvironmentVariableW(variable.c_str(), saved.c_str());
+}
+
+// A child process must not inherit the library's files.
+TEST(Win32Path, FilesAreNotInherited) {
+  qorin::TemporaryDirectory dir("qorin-noinherit");
+  const Path file = Path(dir.path()) /= Path("f");
+  auto inherited = [](int fd) {
+    DWORD flags = 0;
+    EXPECT_TRUE(::GetHandleInformation(reinterpret_cast<HANDLE>(::_get_osfhandle(fd)), &flags));
+    return (flags & HANDLE_FLAG_INHERIT) != 0;
+  };
+  for (const char* mode : {"w", "r+b", "a,ccs=UTF-8"}) {
+    FILE* stream = file.fopen(mode);
+    ASSERT_NE(stream, nullptr) << mode;
+    EXPECT_FALSE(inherited(::_fileno(stream))) << mode;
+    std::fclose(stream);
+  }
+  const int fd = qorin::open_utf8(file.string(), _O_RDONLY, 0);
+  ASSERT_GE(fd, 0);
+  EXPECT_FALSE(inherited(fd));
+  ::_close(fd);
 }
 
 }  // namespace
