@@ -17,8 +17,8 @@ namespace stdfs = std::filesystem;
 
 PathStyle os_native_style();
 
-// UTF-8 text to the native path (Windows: "/" becomes "\\"); invalid UTF-8
-// throws utf8::invalid_utf8.
+// UTF-8 text to the native path (Windows: "/" becomes "\\", and invalid
+// UTF-8 throws utf8::invalid_utf8; POSIX: the bytes as they are).
 stdfs::path os_path_from_utf8(std::string_view utf8);
 std::string os_utf8_from_path(const stdfs::path& path);
 std::u16string os_utf16_from_path(const stdfs::path& path);

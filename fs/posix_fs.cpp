@@ -7,19 +7,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <utf8.h>
-
 #include <random>
 
 namespace qorin::detail {
 
 PathStyle os_native_style() { return PathStyle::posix; }
 
-stdfs::path os_path_from_utf8(std::string_view utf8) {
-  const auto bad = utf8::find_invalid(utf8.begin(), utf8.end());
-  if (bad != utf8.end()) throw utf8::invalid_utf8(static_cast<std::uint8_t>(*bad));
-  return stdfs::path(std::string(utf8));
-}
+// A name on POSIX is bytes: one that is not UTF-8 reads back as its own
+// bytes (string()), and those bytes must name the same file again.
+stdfs::path os_path_from_utf8(std::string_view utf8) { return stdfs::path(std::string(utf8)); }
 
 std::string os_utf8_from_path(const stdfs::path& path) { return path.native(); }
 std::u16string os_utf16_from_path(const stdfs::path& path) { return toUtf16(path.native()); }

@@ -2,8 +2,14 @@
 // file-system operations, directory iteration, UTF-8 faces of the C runtime's
 // file functions, and scratch files and directories.
 //
-// All text is UTF-8. Invalid UTF-8 in a path throws utf8::invalid_utf8
-// (see <qorin/text.h>), never a mangled name.
+// All text is UTF-8. On Windows invalid UTF-8 in a path throws
+// utf8::invalid_utf8 (see <qorin/text.h>), never a mangled name. On POSIX a
+// name is bytes: a name that is not UTF-8 (made by another program) reads
+// as its own bytes from string() and the iterators, and Path takes those
+// bytes back as the same file; only the UTF-16 forms (u16string(),
+// wstring()) throw for it.
+//   for (DirectoryIterator it(dir), end; it != end; ++it)
+//     Path(it->path().string()).delete_file();   // also for "caf\xE9.txt" in Latin-1
 //
 // A name with a zero byte (unit) in it is refused by everything that would
 // hand it to the system, never cut short at the zero: throwing members throw

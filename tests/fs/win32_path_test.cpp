@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <utf8.h>
+
 namespace {
 
 using qorin::Path;
@@ -118,6 +120,14 @@ TEST(Win32Path, FilesAreNotInherited) {
   ASSERT_GE(fd, 0);
   EXPECT_FALSE(inherited(fd));
   ::_close(fd);
+}
+
+// Windows names are UTF-16: text that is not UTF-8 names nothing.
+TEST(Win32Path, InvalidUtf8NamesNothing) {
+  EXPECT_THROW(Path("a\xFF"), utf8::invalid_utf8);
+  EXPECT_EQ(qorin::mkdir_utf8("\xFF"), -1);  // never throws
+  EXPECT_EQ(qorin::open_utf8("\xFF", _O_RDONLY, 0), -1);
+  EXPECT_EQ(errno, EINVAL);
 }
 
 }  // namespace
