@@ -36,8 +36,10 @@ FILE* freopen_utf8(const std::string& name, const std::string& mode, FILE* strea
 char* tempnam_utf8(const char* dir, const char* prefix) {
   // tempnam itself draws a linker warning; a name that mkstemp reserved and
   // released serves the same purpose.
-  const std::string base = dir ? dir : (std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp");
-  std::string name = base + "/" + (prefix ? prefix : "") + "XXXXXX";
+  const char* tmpdir = std::getenv("TMPDIR");
+  std::string name = dir && *dir ? dir : tmpdir && *tmpdir ? tmpdir : "/tmp";
+  if (name.back() != '/') name += '/';
+  name += std::string(prefix ? prefix : "") + "XXXXXX";
   const int fd = ::mkstemp(name.data());
   if (fd < 0) return nullptr;
   ::close(fd);

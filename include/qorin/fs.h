@@ -95,11 +95,17 @@ QORIN_EXPORT std::string resolve_path(std::string_view base, std::string_view pa
 // everything, descendants included).
 // *made_relative (when not null) tells whether that worked; when it did not,
 // the answer is `path` normalized. Windows: both need the same root name
-// and a root directory. Posix: both need to start with "/". A path or base
-// with a zero unit in it is refused.
+// and a root directory, and the same volume: the share of "\\\\srv\\share"
+// and the drive of "\\\\?\\C:" count as part of the root, since no ".."
+// leads from one share or drive to another. Posix: both need to start with
+// "/". Refused too: a base that still starts with ".." once normalized
+// ("C:\\..\\a": its place has no name to climb back by), and a path or base
+// with a zero unit in it.
 //
 // Example (windows): ("C:\\a\\b\\c", "C:\\a\\x", max_up 1) => "..\\b\\c", true
 //                    (same, max_up 0) => "C:\\a\\b\\c", false
+//                    ("C:\\a\\b", "C:\\a\\x\\..\\y", max_up 1) => "..\\b", true
+//                    ("\\\\srv\\s1\\a", "\\\\srv\\s2\\b", max_up 9) => "\\\\srv\\s1\\a", false
 QORIN_EXPORT std::string make_relative_path(std::string_view path, std::string_view base, PathStyle style,
                                             bool* made_relative, int max_up);
 
@@ -241,6 +247,7 @@ class QORIN_EXPORT Path {
   // Character prefixes, as starts_with.
   bool is_contained_within_path(const Path& other) const;
   bool is_contained_within_path_physical(const Path& other) const;
+  // make_relative_path above, in the native style.
   static Path make_relative_path(const Path& path, const Path& base, bool* made_relative, int max_up);
   Path get_valid_automount_path() const;
 
@@ -404,7 +411,13 @@ QORIN_EXPORT int chdir_utf8(const Path& path);
 // written.
 QORIN_EXPORT int open_utf8(const std::string& path, int flags, int mode);
 QORIN_EXPORT FILE* freopen_utf8(const std::string& path, const std::string& mode, FILE* stream);
-// A new name the caller releases with free(), or null.
+// A new name the caller releases with free(), or null: `prefix` and random
+// characters, in a folder that exists; the file itself does not exist.
+// POSIX: the folder is `dir`, else $TMPDIR, else /tmp (an empty text counts
+// as none); a missing folder gives null with errno ENOENT, never a name
+// elsewhere. Windows: the runtime's _wtempnam, which prefers the TMP
+// variable's folder to `dir` when it exists.
+// Example (POSIX): tempnam_utf8("/w", "run") => "/w/runA1b2C3"
 QORIN_EXPORT char* tempnam_utf8(const char* dir, const char* prefix);
 
 // The current directory; throws the filesystem error for "current_path()".

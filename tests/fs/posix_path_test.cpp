@@ -1,6 +1,8 @@
 // Path on POSIX: bytes kept, exact comparison, links and private modes.
 #include <qorin/fs.h>
 
+#include "support/scoped_environment.h"
+
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -105,6 +107,27 @@ TEST(PosixPath, NameThatIsNotUtf8StaysReachable) {
   EXPECT_EQ(qorin::mkdir_utf8(created), 0);
   EXPECT_EQ(::access(created.c_str(), F_OK), 0);
   EXPECT_EQ(qorin::rmdir_utf8(created), 0);
+}
+
+TEST(PosixPath, TempnamFolder) {
+  qorin::TemporaryDirectory dir("qorin-tempnam");
+  auto name_in = [](const char* folder) {
+    char* name = qorin::tempnam_utf8(folder, "pre");
+    const std::string text = name ? name : "(null)";
+    std::free(name);
+    return text;
+  };
+  const std::string given = name_in(dir.path().string().c_str());
+  EXPECT_EQ(given.substr(0, given.size() - 6), dir.path().string() + "/pre");
+  EXPECT_EQ(name_in((dir.path().string() + "/").c_str()).size(), given.size());
+  {
+    qorin::testing::ScopedEnvironmentVariable tmpdir("TMPDIR", dir.path().string());
+    EXPECT_EQ(Path(name_in(nullptr)).parent_path(), dir.path());
+    EXPECT_EQ(Path(name_in("")).parent_path(), dir.path());
+  }
+  errno = 0;
+  EXPECT_EQ(name_in((dir.path().string() + "/missing").c_str()), "(null)");
+  EXPECT_EQ(errno, ENOENT);
 }
 
 }  // namespace
