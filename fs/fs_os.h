@@ -15,7 +15,10 @@ namespace qorin::detail {
 
 namespace stdfs = std::filesystem;
 
-PathStyle os_native_style();
+// Known when compiling, so that the lexical core can fold it away.
+constexpr PathStyle os_native_style() {
+  return stdfs::path::preferred_separator == '\\' ? PathStyle::windows : PathStyle::posix;
+}
 
 // UTF-8 text to the native path (Windows: "/" becomes "\\", and invalid
 // UTF-8 throws utf8::invalid_utf8; POSIX: the bytes as they are).

@@ -209,23 +209,28 @@ std::size_t equal_ascii_prefix(PathView<C> a, PathView<C> b) {
   const std::size_t n = std::min(a.size(), b.size());
   std::size_t i = 0;
 #if defined(__SSE2__)
-  if constexpr (sizeof(C) == 1) {
-    // Sixteen bytes a round; every x86-64 has these instructions.
-    const __m128i below_a = _mm_set1_epi8('a' - 1), above_z = _mm_set1_epi8('z' + 1), case_bit = _mm_set1_epi8(0x20);
-    auto upper16 = [&](__m128i v) {
-      const __m128i lower = _mm_and_si128(_mm_cmpgt_epi8(v, below_a), _mm_cmpgt_epi8(above_z, v));
-      return _mm_sub_epi8(v, _mm_and_si128(lower, case_bit));
-    };
-    auto same16 = [&](std::size_t at) {
-      const __m128i va = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a.data() + at));
-      const __m128i vb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b.data() + at));
-      return (_mm_movemask_epi8(_mm_or_si128(va, vb)) | _mm_movemask_epi8(_mm_cmpeq_epi8(va, _mm_setzero_si128())) |
-              (_mm_movemask_epi8(_mm_cmpeq_epi8(upper16(va), upper16(vb))) ^ 0xFFFF)) == 0;
-    };
-    while (i + 16 <= n && same16(i)) i += 16;
-    // The last bytes as one more round that overlaps the one before.
-    if (i + 16 > n && n >= 16 && same16(n - 16)) return n;
-  }
+  // Sixteen bytes a round, bytes or UTF-16 units alike; every x86-64 has
+  // these instructions. One mask per round: a unit passes when it is ASCII
+  // in both texts, not zero, and equal to the other once upper-cased.
+  constexpr std::size_t kPerRound = 16 / sizeof(C);
+  auto set1 = [](unsigned unit) { return sizeof(C) == 1 ? _mm_set1_epi8(char(unit)) : _mm_set1_epi16(short(unit)); };
+  auto equal = [](__m128i x, __m128i y) { return sizeof(C) == 1 ? _mm_cmpeq_epi8(x, y) : _mm_cmpeq_epi16(x, y); };
+  auto greater = [](__m128i x, __m128i y) { return sizeof(C) == 1 ? _mm_cmpgt_epi8(x, y) : _mm_cmpgt_epi16(x, y); };
+  const __m128i below_a = set1('a' - 1), above_z = set1('z' + 1), case_bit = set1(0x20), zero = _mm_setzero_si128();
+  const __m128i not_ascii = set1(sizeof(C) == 1 ? 0x80 : 0xFF80);
+  auto upper_round = [&](__m128i v) {
+    return _mm_sub_epi8(v, _mm_and_si128(_mm_and_si128(greater(v, below_a), greater(above_z, v)), case_bit));
+  };
+  auto same_round = [&](std::size_t at) {
+    const __m128i va = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a.data() + at));
+    const __m128i vb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b.data() + at));
+    const __m128i ascii = equal(_mm_and_si128(_mm_or_si128(va, vb), not_ascii), zero);
+    const __m128i pass = _mm_andnot_si128(equal(va, zero), _mm_and_si128(ascii, equal(upper_round(va), upper_round(vb))));
+    return _mm_movemask_epi8(pass) == 0xFFFF;
+  };
+  while (i + kPerRound <= n && same_round(i)) i += kPerRound;
+  // The last units as one more round that overlaps the one before.
+  if (i + kPerRound > n && n >= kPerRound && same_round(n - kPerRound)) return n;
 #endif
   for (; i + kPerWord <= n; i += kPerWord) {
     std::uint64_t wa, wb;
@@ -249,8 +254,8 @@ int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
     if (same == a.size() && same == b.size()) return 0;
     a.remove_prefix(same);
     b.remove_prefix(same);
-  } else if (a == b && a.find(C(0)) == PathView<C>::npos) {
-    return 0;
+  } else if (a == b) {
+    return 0;  // identical texts are equal whatever follows a zero
   }
   FoldedUnits<C> ua(a, style), ub(b, style);
   for (;;) {
@@ -258,6 +263,18 @@ int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
     if (x != y) return x < y ? -1 : 1;
     if (x == 0) return 0;
   }
+}
+
+// compare_text(a, b, style) == 0, without its ordering walk for the usual
+// unequal pair: texts without a zero that differ in length or in a byte
+// (posix) are unequal outright.
+template <class C>
+bool equal_text(PathView<C> a, PathView<C> b, PathStyle style) {
+  if (style == PathStyle::posix) {
+    if (a == b) return true;
+    if (a.find(C(0)) == PathView<C>::npos && b.find(C(0)) == PathView<C>::npos) return false;
+  }
+  return compare_text(a, b, style) == 0;
 }
 
 template <class C>

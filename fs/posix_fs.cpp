@@ -11,8 +11,6 @@
 
 namespace qorin::detail {
 
-PathStyle os_native_style() { return PathStyle::posix; }
-
 // A name on POSIX is bytes: one that is not UTF-8 reads back as its own
 // bytes (string()), and those bytes must name the same file again.
 stdfs::path os_path_from_utf8(std::string_view utf8) { return stdfs::path(std::string(utf8)); }

@@ -15,8 +15,6 @@
 
 namespace qorin::detail {
 
-PathStyle os_native_style() { return PathStyle::windows; }
-
 stdfs::path os_path_from_utf8(std::string_view utf8) {
   std::string text(utf8);
   std::replace(text.begin(), text.end(), '/', '\\');
