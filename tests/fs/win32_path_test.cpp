@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include <fcntl.h>
 #include <io.h>
 
@@ -128,6 +130,30 @@ TEST(Win32Path, InvalidUtf8NamesNothing) {
   EXPECT_EQ(qorin::mkdir_utf8("\xFF"), -1);  // never throws
   EXPECT_EQ(qorin::open_utf8("\xFF", _O_RDONLY, 0), -1);
   EXPECT_EQ(errno, EINVAL);
+}
+
+// Equality takes whole rounds of units at a time: a difference, a zero or a
+// non-ASCII unit at any place of a long path must still count.
+TEST(Win32Path, LongPathsCompareEveryUnit) {
+  const std::string lower = "c:\\projects\\filter_3ghz\\layout_rev_b\\schematic_version_2.sch";
+  std::string upper = lower;
+  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  for (std::size_t n = 1; n <= lower.size(); ++n) {
+    EXPECT_EQ(Path(lower.substr(0, n)), Path(upper.substr(0, n))) << n;
+    std::string other = upper.substr(0, n);
+    other[n - 1] = '~';  // above every letter
+    EXPECT_NE(Path(lower.substr(0, n)), Path(other)) << n;
+    EXPECT_EQ(Path::compare_filenames(Path(lower.substr(0, n)), Path(other)), -1) << n;
+    std::string accented = lower.substr(0, n - 1) + "\xC3\xA9" + lower.substr(n - 1);  // é, then É
+    std::string accented_upper = upper.substr(0, n - 1) + "\xC3\x89" + upper.substr(n - 1);
+    EXPECT_EQ(Path(accented), Path(accented_upper)) << n;
+    std::string zero = lower, zero_other = upper;
+    zero[n - 1] = zero_other[n - 1] = '\0';
+    zero_other.back() = '!';
+    // Text after a zero does not count; at the very end the zero meets the '!'.
+    EXPECT_EQ(Path::compare_filenames(Path(zero), Path(zero_other)), n == lower.size() ? -1 : 0) << n;
+    EXPECT_EQ(Path(zero) == Path(zero_other), n != lower.size()) << n;
+  }
 }
 
 }  // namespace
