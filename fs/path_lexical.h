@@ -225,7 +225,8 @@ std::size_t equal_ascii_prefix(PathView<C> a, PathView<C> b) {
     const __m128i va = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a.data() + at));
     const __m128i vb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b.data() + at));
     const __m128i ascii = equal(_mm_and_si128(_mm_or_si128(va, vb), not_ascii), zero);
-    const __m128i pass = _mm_andnot_si128(equal(va, zero), _mm_and_si128(ascii, equal(upper_round(va), upper_round(vb))));
+    const __m128i same = equal(upper_round(va), upper_round(vb));
+    const __m128i pass = _mm_andnot_si128(equal(va, zero), _mm_and_si128(ascii, same));
     return _mm_movemask_epi8(pass) == 0xFFFF;
   };
   while (i + kPerRound <= n && same_round(i)) i += kPerRound;

@@ -30,7 +30,8 @@ Path create_unique(const Path& dir, const std::string& prefix, const std::string
                    Create create) {
   check_name_part(operation, "prefix", prefix);
   check_name_part(operation, "suffix", suffix);
-  if (detail::has_zero_unit(dir.fs_path())) throw std::filesystem::filesystem_error(operation, dir.fs_path(), detail::refused_name());
+  if (detail::has_zero_unit(dir.fs_path()))
+    throw std::filesystem::filesystem_error(operation, dir.fs_path(), detail::refused_name());
   const Path root = dir.absolute();
   constexpr int kAttempts = 64;  // a clash of 64 random bits is an attacker, not chance
   std::error_code ec;
