@@ -1,5 +1,6 @@
 // Path normalization in both styles beside std::filesystem's lexically_normal
-// on the same texts; case-insensitive equality beside a plain compare;
+// on the same texts; Path equality, case-insensitive equality, beside
+// std::filesystem::path == and std::string ==;
 // directory iteration through the wrapper beside the standard iterator.
 #include <qorin/fs.h>
 
@@ -43,21 +44,43 @@ BENCHMARK(Normalize_Qorin_Posix);
 BENCHMARK(Normalize_Qorin_Windows);
 BENCHMARK(Normalize_StdLexicallyNormal);
 
-const std::string kLower = "c:\\projects\\filter_3ghz\\layout\\schematic_version_2.sch";
-const std::string kUpper = "C:\\Projects\\Filter_3GHz\\Layout\\Schematic_Version_2.SCH";
+// Two equal 60-character paths that differ only in letter case, and the
+// peers on equal texts: what callers would use without the library.
+const std::string kLower = "c:\\projects\\filter_3ghz\\layout_rev_b\\schematic_version_2.sch";
+const std::string kUpper = "C:\\Projects\\Filter_3GHz\\Layout_Rev_B\\Schematic_Version_2.SCH";
 
 void PathEqual_CaseInsensitive(benchmark::State& state) {
-  for (auto _ : state) benchmark::DoNotOptimize(qorin::compare_paths(kLower, kUpper, qorin::PathStyle::windows));
+  for (auto _ : state) benchmark::DoNotOptimize(qorin::compare_paths(kLower, kUpper, qorin::PathStyle::windows) == 0);
 }
-void PathEqual_CaseSensitive(benchmark::State& state) {
-  const std::string same = kLower;
+// Path == in the native style: on Linux a byte comparison of equal texts.
+void PathEqual_QorinPath(benchmark::State& state) {
+  const qorin::Path a(kLower), b(kLower);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(same);
-    benchmark::DoNotOptimize(kLower.compare(same));
+    benchmark::DoNotOptimize(&a);
+    benchmark::DoNotOptimize(&b);
+    benchmark::DoNotOptimize(a == b);
+  }
+}
+void PathEqual_StdPath(benchmark::State& state) {
+  const std::filesystem::path a(kLower), b(kLower);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(&a);
+    benchmark::DoNotOptimize(&b);
+    benchmark::DoNotOptimize(a == b);
+  }
+}
+void PathEqual_StdString(benchmark::State& state) {
+  const std::string a(kLower), b(kLower);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(&a);
+    benchmark::DoNotOptimize(&b);
+    benchmark::DoNotOptimize(a == b);
   }
 }
 BENCHMARK(PathEqual_CaseInsensitive);
-BENCHMARK(PathEqual_CaseSensitive);
+BENCHMARK(PathEqual_QorinPath);
+BENCHMARK(PathEqual_StdPath);
+BENCHMARK(PathEqual_StdString);
 
 // 10,000 empty files, made once for all iteration runs.
 const qorin::TemporaryDirectory& full_directory() {

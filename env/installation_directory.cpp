@@ -1,5 +1,6 @@
 #include <qorin/env.h>
 
+#include <filesystem>
 #include <stdexcept>
 
 namespace qorin {
@@ -27,14 +28,18 @@ void CommandLine::ensure_vantrel_dir_is_set() {
   if (!forced_to_exe_location_) {
     const std::string value = getenv_check_registry_kstring(kVantrelDir);
     if (!value.empty()) {
-      Path directory(value);
-      directory.normalize();
-      if (!directory.exists()) {
+      // Absolute now, so that a later change of the current directory does
+      // not move the installation; a file of that name is no installation.
+      const Path directory = Path(value).complete_path();
+      std::error_code ec;
+      const bool is_directory = directory.is_directory(ec);
+      if (ec) throw std::filesystem::filesystem_error("exists", directory.fs_path(), ec);
+      if (!is_directory) {
         throw std::runtime_error("VANTREL_DIR is set to an invalid directory.  \"" + value +
                                  "\" does not exist.");
       }
       installation_directory_ = directory;
-      bin_directory_ = std::move(directory /= Path("bin"));
+      bin_directory_ = Path(directory) /= Path("bin");
       return;
     }
   }

@@ -11,16 +11,19 @@ namespace {
 
 using Unit = Path::string_type::value_type;
 using View = std::basic_string_view<Unit>;
+constexpr PathStyle kStyle = detail::os_native_style();
 
 View text_of(const Path& p) { return View(p.fs_path().native()); }
 
 Path from_native(Path::string_type text) { return Path::from_fs_path(std::filesystem::path(std::move(text))); }
 
+detail::RootSpan root_of(View t) { return detail::split_root(t, kStyle); }
+
 // Where the last element after the root starts.
 std::size_t last_element_start(View t) {
-  const detail::RootSpan root = detail::split_root(t, native_path_style());
+  const detail::RootSpan root = root_of(t);
   std::size_t i = t.size();
-  while (i > root.end && !detail::is_sep(t[i - 1], native_path_style())) --i;
+  while (i > root.end && !detail::is_sep(t[i - 1], kStyle)) --i;
   return i;
 }
 
@@ -34,7 +37,7 @@ View proper_filename(View t) {
 
 }  // namespace
 
-PathStyle native_path_style() { return detail::os_native_style(); }
+PathStyle native_path_style() { return kStyle; }
 
 Path::Path(const char* utf8) : Path(std::string_view(utf8)) {}
 Path::Path(const std::string& utf8) : Path(std::string_view(utf8)) {}
@@ -47,7 +50,7 @@ std::string Path::string() const { return detail::os_utf8_from_path(path_); }
 
 std::string Path::generic() const {
   std::string text = string();
-  if (native_path_style() == PathStyle::windows) std::replace(text.begin(), text.end(), '\\', '/');
+  if (kStyle == PathStyle::windows) std::replace(text.begin(), text.end(), '\\', '/');
   return text;
 }
 
@@ -55,7 +58,7 @@ std::wstring Path::wstring() const { return detail::os_wide_from_path(path_); }
 
 std::wstring Path::generic_wstring() const {
   std::wstring text = wstring();
-  if (native_path_style() == PathStyle::windows) std::replace(text.begin(), text.end(), L'\\', L'/');
+  if (kStyle == PathStyle::windows) std::replace(text.begin(), text.end(), L'\\', L'/');
   return text;
 }
 
@@ -63,15 +66,41 @@ std::u16string Path::u16string() const { return detail::os_utf16_from_path(path_
 
 std::u16string Path::generic_u16string() const {
   std::u16string text = u16string();
-  if (native_path_style() == PathStyle::windows) std::replace(text.begin(), text.end(), u'\\', u'/');
+  if (kStyle == PathStyle::windows) std::replace(text.begin(), text.end(), u'\\', u'/');
   return text;
+}
+
+Path Path::root_name() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(0, root_of(t).name_end)));
+}
+
+Path Path::root_directory() const {
+  const View t = text_of(*this);
+  const detail::RootSpan root = root_of(t);
+  return from_native(Path::string_type(t.substr(root.name_end, root.end - root.name_end)));
+}
+
+Path Path::root_path() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(0, root_of(t).end)));
+}
+
+Path Path::relative_path() const {
+  const View t = text_of(*this);
+  return from_native(Path::string_type(t.substr(root_of(t).end)));
+}
+
+bool Path::is_absolute() const {
+  const detail::RootSpan root = root_of(text_of(*this));
+  return root.end > root.name_end && (root.name_end > 0 || kStyle == PathStyle::posix);
 }
 
 Path Path::parent_path() const {
   const View t = text_of(*this);
-  const detail::RootSpan root = detail::split_root(t, native_path_style());
+  const detail::RootSpan root = root_of(t);
   std::size_t end = last_element_start(t);
-  while (end > root.end && detail::is_sep(t[end - 1], native_path_style())) --end;
+  while (end > root.end && detail::is_sep(t[end - 1], kStyle)) --end;
   return from_native(Path::string_type(t.substr(0, end)));
 }
 
@@ -85,7 +114,7 @@ Path Path::stem() const {
 }
 
 Path& Path::append(const Path& other) {
-  path_ /= other.path_;
+  path_ = detail::append_text(text_of(*this), text_of(other), kStyle);
   return *this;
 }
 
@@ -109,36 +138,36 @@ Path& Path::replace_extension(const Path& extension) {
 }
 
 Path& Path::normalize() {
-  if (!detail::is_plainly_normal(text_of(*this), native_path_style()))
-    path_ = detail::normalize_text(text_of(*this), native_path_style());
+  if (!detail::is_plainly_normal(text_of(*this), kStyle))
+    path_ = detail::normalize_text(text_of(*this), kStyle);
   return *this;
 }
 
 int Path::compare_filenames(const Path& a, const Path& b) {
-  return detail::compare_text(text_of(a), text_of(b), native_path_style());
+  return detail::compare_text(text_of(a), text_of(b), kStyle);
 }
 
 bool Path::starts_with(const Path& prefix) const {
-  return detail::starts_with_text(text_of(*this), text_of(prefix), native_path_style());
+  return detail::starts_with_text(text_of(*this), text_of(prefix), kStyle);
 }
 
-bool operator==(const Path& a, const Path& b) { return Path::compare_filenames(a, b) == 0; }
-bool operator!=(const Path& a, const Path& b) { return Path::compare_filenames(a, b) != 0; }
+bool operator==(const Path& a, const Path& b) { return detail::equal_text(text_of(a), text_of(b), kStyle); }
+bool operator!=(const Path& a, const Path& b) { return !(a == b); }
 bool operator<(const Path& a, const Path& b) { return Path::compare_filenames(a, b) < 0; }
 bool operator<=(const Path& a, const Path& b) { return Path::compare_filenames(a, b) <= 0; }
 bool operator>(const Path& a, const Path& b) { return Path::compare_filenames(a, b) > 0; }
 bool operator>=(const Path& a, const Path& b) { return Path::compare_filenames(a, b) >= 0; }
 
-bool Path::is_separator(int c) { return is_path_separator(c, native_path_style()); }
-bool Path::ends_with_separator(std::string_view text) { return ends_with_path_separator(text, native_path_style()); }
+bool Path::is_separator(int c) { return is_path_separator(c, kStyle); }
+bool Path::ends_with_separator(std::string_view text) { return ends_with_path_separator(text, kStyle); }
 bool Path::ends_with_separator() const {
   const View t = text_of(*this);
-  return !t.empty() && detail::is_sep(t.back(), native_path_style());
+  return !t.empty() && detail::is_sep(t.back(), kStyle);
 }
-std::string Path::add_separator(const std::string& text) { return add_path_separator(text, native_path_style()); }
+std::string Path::add_separator(const std::string& text) { return add_path_separator(text, kStyle); }
 
 Path Path::resolve_path(const Path& path) const {
-  return from_native(detail::resolve_text(text_of(*this), text_of(path), native_path_style()));
+  return from_native(detail::resolve_text(text_of(*this), text_of(path), kStyle));
 }
 
 Path Path::absolute() const {
@@ -159,7 +188,7 @@ bool Path::is_contained_within_path_physical(const Path& other) const {
 
 Path Path::make_relative_path(const Path& path, const Path& base, bool* made_relative, int max_up) {
   return from_native(
-      detail::make_relative_text(text_of(path), text_of(base), native_path_style(), made_relative, max_up));
+      detail::make_relative_text(text_of(path), text_of(base), kStyle, made_relative, max_up));
 }
 
 // No automount table exists on these platforms: every path is valid as it is.

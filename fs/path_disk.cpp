@@ -12,8 +12,18 @@ namespace {
   throw stdfs::filesystem_error(operation, path, ec);
 }
 
-// The status, with "not found" and its platform relatives as not_found.
+// Before anything acts on the disk: a name the system would cut short.
+void refuse_zero_unit(const char* operation, const stdfs::path& path) {
+  if (detail::has_zero_unit(path)) fail(operation, path, detail::refused_name());
+}
+
+// The status, with "not found" and its platform relatives as not_found; a
+// name with a zero in it names nothing.
 stdfs::file_status status_of(const stdfs::path& path, std::error_code& ec, bool follow = true) {
+  if (detail::has_zero_unit(path)) {
+    ec.clear();
+    return stdfs::file_status(stdfs::file_type::not_found);
+  }
   stdfs::file_status status = follow ? stdfs::status(path, ec) : stdfs::symlink_status(path, ec);
   if (ec && detail::os_means_not_found(ec)) {
     ec.clear();
@@ -56,10 +66,11 @@ bool Path::is_directory() const { return stdfs::is_directory(status_or_throw("st
 
 bool Path::is_regular_file() const { return stdfs::is_regular_file(status_or_throw("status", path_)); }
 
-bool Path::is_readable() const { return detail::os_access(path_, 4); }
-bool Path::is_writable() const { return detail::os_access(path_, 2); }
+bool Path::is_readable() const { return !detail::has_zero_unit(path_) && detail::os_access(path_, 4); }
+bool Path::is_writable() const { return !detail::has_zero_unit(path_) && detail::os_access(path_, 2); }
 
 std::uint64_t Path::file_size() const {
+  refuse_zero_unit("file_size", path_);
   std::error_code ec;
   const std::uintmax_t size = stdfs::file_size(path_, ec);
   if (ec) fail("file_size", path_, ec);
@@ -67,6 +78,7 @@ std::uint64_t Path::file_size() const {
 }
 
 bool Path::create_directory() const {
+  refuse_zero_unit("create_directory", path_);
   if (is_directory()) return true;
   std::error_code ec;
   stdfs::create_directory(path_, ec);
@@ -75,6 +87,7 @@ bool Path::create_directory() const {
 }
 
 bool Path::create_directories() const {
+  refuse_zero_unit("create_directories", path_);
   if (is_directory()) return true;
   std::error_code ec;
   stdfs::create_directories(path_, ec);
@@ -83,6 +96,7 @@ bool Path::create_directories() const {
 }
 
 bool Path::remove_all() const {
+  refuse_zero_unit("remove_all", path_);
   std::error_code ec;
   const std::uintmax_t removed = stdfs::remove_all(path_, ec);
   if (ec) fail("remove_all", path_, ec);
@@ -93,6 +107,11 @@ namespace {
 
 // delete_file's checks in order; *operation names the step that failed.
 bool delete_file_checked(const stdfs::path& path, std::error_code& ec, const char** operation) {
+  if (detail::has_zero_unit(path)) {
+    *operation = "remove";
+    ec = detail::refused_name();
+    return false;
+  }
   if (!anything_at(path, ec, operation)) return false;
   // A dangling link has no target status, so it is not a directory.
   *operation = "exists";
@@ -117,6 +136,7 @@ bool Path::delete_file() const {
 }
 
 bool Path::delete_directory() const {
+  refuse_zero_unit("remove", path_);
   if (!is_directory()) return false;
   std::error_code ec;
   const bool removed = stdfs::remove(path_, ec);
@@ -125,6 +145,7 @@ bool Path::delete_directory() const {
 }
 
 bool Path::delete_file_or_directory() const {
+  refuse_zero_unit("remove", path_);
   std::error_code ec;
   const char* operation;
   const bool there = anything_at(path_, ec, &operation);
@@ -137,11 +158,17 @@ bool Path::delete_file_or_directory() const {
 
 void Path::rename(const Path& to) const {
   std::error_code ec;
-  stdfs::rename(path_, to.path_, ec);
+  if (detail::has_zero_unit(path_) || detail::has_zero_unit(to.path_)) {
+    ec = detail::refused_name();
+  } else {
+    stdfs::rename(path_, to.path_, ec);
+  }
   if (ec) throw stdfs::filesystem_error("rename", path_, to.path_, ec);
 }
 
 bool Path::equivalent(const Path& other) {
+  if (detail::has_zero_unit(path_) || detail::has_zero_unit(other.path_))
+    throw stdfs::filesystem_error("equivalent", path_, other.path_, detail::refused_name());
   const Path a = absolute(), b = other.absolute();
   if (a == b) return true;
   std::error_code ec;
@@ -151,6 +178,10 @@ bool Path::equivalent(const Path& other) {
 }
 
 FILE* Path::fopen(const char* mode) const {
+  if (detail::has_zero_unit(path_)) {
+    errno = EINVAL;
+    return nullptr;
+  }
   FILE* file = detail::os_fopen(path_, mode);
   if (file || string().find("..") == std::string::npos) return file;
   try {

@@ -209,23 +209,29 @@ std::size_t equal_ascii_prefix(PathView<C> a, PathView<C> b) {
   const std::size_t n = std::min(a.size(), b.size());
   std::size_t i = 0;
 #if defined(__SSE2__)
-  if constexpr (sizeof(C) == 1) {
-    // Sixteen bytes a round; every x86-64 has these instructions.
-    const __m128i below_a = _mm_set1_epi8('a' - 1), above_z = _mm_set1_epi8('z' + 1), case_bit = _mm_set1_epi8(0x20);
-    auto upper16 = [&](__m128i v) {
-      const __m128i lower = _mm_and_si128(_mm_cmpgt_epi8(v, below_a), _mm_cmpgt_epi8(above_z, v));
-      return _mm_sub_epi8(v, _mm_and_si128(lower, case_bit));
-    };
-    auto same16 = [&](std::size_t at) {
-      const __m128i va = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a.data() + at));
-      const __m128i vb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b.data() + at));
-      return (_mm_movemask_epi8(_mm_or_si128(va, vb)) | _mm_movemask_epi8(_mm_cmpeq_epi8(va, _mm_setzero_si128())) |
-              (_mm_movemask_epi8(_mm_cmpeq_epi8(upper16(va), upper16(vb))) ^ 0xFFFF)) == 0;
-    };
-    while (i + 16 <= n && same16(i)) i += 16;
-    // The last bytes as one more round that overlaps the one before.
-    if (i + 16 > n && n >= 16 && same16(n - 16)) return n;
-  }
+  // Sixteen bytes a round, bytes or UTF-16 units alike; every x86-64 has
+  // these instructions. One mask per round: a unit passes when it is ASCII
+  // in both texts, not zero, and equal to the other once upper-cased.
+  constexpr std::size_t kPerRound = 16 / sizeof(C);
+  auto set1 = [](unsigned unit) { return sizeof(C) == 1 ? _mm_set1_epi8(char(unit)) : _mm_set1_epi16(short(unit)); };
+  auto equal = [](__m128i x, __m128i y) { return sizeof(C) == 1 ? _mm_cmpeq_epi8(x, y) : _mm_cmpeq_epi16(x, y); };
+  auto greater = [](__m128i x, __m128i y) { return sizeof(C) == 1 ? _mm_cmpgt_epi8(x, y) : _mm_cmpgt_epi16(x, y); };
+  const __m128i below_a = set1('a' - 1), above_z = set1('z' + 1), case_bit = set1(0x20), zero = _mm_setzero_si128();
+  const __m128i not_ascii = set1(sizeof(C) == 1 ? 0x80 : 0xFF80);
+  auto upper_round = [&](__m128i v) {
+    return _mm_sub_epi8(v, _mm_and_si128(_mm_and_si128(greater(v, below_a), greater(above_z, v)), case_bit));
+  };
+  auto same_round = [&](std::size_t at) {
+    const __m128i va = _mm_loadu_si128(reinterpret_cast<const __m128i*>(a.data() + at));
+    const __m128i vb = _mm_loadu_si128(reinterpret_cast<const __m128i*>(b.data() + at));
+    const __m128i ascii = equal(_mm_and_si128(_mm_or_si128(va, vb), not_ascii), zero);
+    const __m128i same = equal(upper_round(va), upper_round(vb));
+    const __m128i pass = _mm_andnot_si128(equal(va, zero), _mm_and_si128(ascii, same));
+    return _mm_movemask_epi8(pass) == 0xFFFF;
+  };
+  while (i + kPerRound <= n && same_round(i)) i += kPerRound;
+  // The last units as one more round that overlaps the one before.
+  if (i + kPerRound > n && n >= kPerRound && same_round(n - kPerRound)) return n;
 #endif
   for (; i + kPerWord <= n; i += kPerWord) {
     std::uint64_t wa, wb;
@@ -249,8 +255,8 @@ int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
     if (same == a.size() && same == b.size()) return 0;
     a.remove_prefix(same);
     b.remove_prefix(same);
-  } else if (a == b && a.find(C(0)) == PathView<C>::npos) {
-    return 0;
+  } else if (a == b) {
+    return 0;  // identical texts are equal whatever follows a zero
   }
   FoldedUnits<C> ua(a, style), ub(b, style);
   for (;;) {
@@ -258,6 +264,18 @@ int compare_text(PathView<C> a, PathView<C> b, PathStyle style) {
     if (x != y) return x < y ? -1 : 1;
     if (x == 0) return 0;
   }
+}
+
+// compare_text(a, b, style) == 0, without its ordering walk for the usual
+// unequal pair: texts without a zero that differ in length or in a byte
+// (posix) are unequal outright.
+template <class C>
+bool equal_text(PathView<C> a, PathView<C> b, PathStyle style) {
+  if (style == PathStyle::posix) {
+    if (a == b) return true;
+    if (a.find(C(0)) == PathView<C>::npos && b.find(C(0)) == PathView<C>::npos) return false;
+  }
+  return compare_text(a, b, style) == 0;
 }
 
 template <class C>
@@ -274,6 +292,25 @@ bool starts_with_text(PathView<C> t, PathView<C> prefix, PathStyle style) {
     if (y == 0) return true;
     if (ut.next() != y) return false;
   }
+}
+
+// `base` / `p` as the standard path's append has it, on this grammar: a
+// p with a root directory and a root name, or with another root name than
+// base's, replaces base; a root directory alone keeps base's root name;
+// anything else is joined with a separator (none after a bare drive "C:").
+template <class C>
+PathText<C> append_text(PathView<C> base, PathView<C> p, PathStyle style) {
+  const RootSpan pr = split_root(p, style), br = split_root(base, style);
+  const bool p_has_dir = pr.end > pr.name_end;
+  if ((p_has_dir && (pr.name_end > 0 || style == PathStyle::posix)) ||
+      (pr.name_end > 0 && (br.name_end == 0 || compare_text(base.substr(0, br.name_end), p.substr(0, pr.name_end),
+                                                            style) != 0)))
+    return PathText<C>(p);
+  PathText<C> out(p_has_dir ? base.substr(0, br.name_end) : base);
+  const bool bare_drive = out.size() == br.name_end && br.name_end == 2 && looks_like_drive(base);
+  if (!p_has_dir && !out.empty() && !is_sep(out.back(), style) && !bare_drive) out.push_back(C(preferred_sep(style)));
+  out.append(p.substr(pr.name_end));
+  return out;
 }
 
 template <class C>
@@ -298,6 +335,22 @@ PathText<C> resolve_text(PathView<C> base, PathView<C> p, PathStyle style) {
   return normalize_text<C>(joined, style);
 }
 
+// How many elements after the root still name the same volume: a share
+// after a server ("\\srv\share"), a drive after a device or verbatim prefix
+// ("\\?\C:"), and the server and share of "\\?\UNC\srv\share". Two paths
+// that differ there are on different volumes.
+template <class C>
+std::size_t volume_elements(PathView<C> t, const RootSpan& root, PathStyle style) {
+  if (style != PathStyle::windows || root.name_end < 3 || !is_sep(t[0], style)) return 0;
+  const PathView<C> name = t.substr(2, root.name_end - 2);
+  if (name.size() != 1 || (name[0] != C('?') && name[0] != C('.'))) return 1;
+  const PathView<C> first = t.substr(root.end, 4);
+  const bool unc = first.size() >= 3 && (first.size() == 3 || is_sep(first[3], style)) &&
+                   (unsigned(first[0]) | 0x20) == 'u' && (unsigned(first[1]) | 0x20) == 'n' &&
+                   (unsigned(first[2]) | 0x20) == 'c';
+  return unc ? 3 : 1;
+}
+
 template <class C>
 PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle style, bool* made_relative, int max_up) {
   const PathText<C> np = normalize_text(path, style), nb = normalize_text(base, style);
@@ -317,7 +370,7 @@ PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle sty
       compare_text(p.substr(0, pr.name_end), b.substr(0, br.name_end), style) != 0)
     return fail();
   // Normalized, so the elements after the roots are single-separated.
-  std::size_t i = pr.end, j = br.end;
+  std::size_t i = pr.end, j = br.end, matched = 0;
   auto element_end = [style](PathView<C> t, std::size_t from) {
     while (from < t.size() && !is_sep(t[from], style)) ++from;
     return from;
@@ -327,7 +380,10 @@ PathText<C> make_relative_text(PathView<C> path, PathView<C> base, PathStyle sty
     if (compare_text(p.substr(i, ie - i), b.substr(j, je - j), style) != 0) break;
     i = ie < p.size() ? ie + 1 : ie;
     j = je < b.size() ? je + 1 : je;
+    ++matched;
   }
+  // No ".." climbs from one share or drive to another.
+  if (matched < std::max(volume_elements(p, pr, style), volume_elements(b, br, style))) return fail();
   long long ups = 0;
   for (std::size_t k = j; k < b.size(); k = element_end(b, k) + 1) {
     // A leading ".." in the base cannot be climbed out of by name.

@@ -7,19 +7,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <utf8.h>
-
 #include <random>
 
 namespace qorin::detail {
 
-PathStyle os_native_style() { return PathStyle::posix; }
-
-stdfs::path os_path_from_utf8(std::string_view utf8) {
-  const auto bad = utf8::find_invalid(utf8.begin(), utf8.end());
-  if (bad != utf8.end()) throw utf8::invalid_utf8(static_cast<std::uint8_t>(*bad));
-  return stdfs::path(std::string(utf8));
-}
+// A name on POSIX is bytes: one that is not UTF-8 reads back as its own
+// bytes (string()), and those bytes must name the same file again.
+stdfs::path os_path_from_utf8(std::string_view utf8) { return stdfs::path(std::string(utf8)); }
 
 std::string os_utf8_from_path(const stdfs::path& path) { return path.native(); }
 std::u16string os_utf16_from_path(const stdfs::path& path) { return toUtf16(path.native()); }
@@ -37,7 +31,11 @@ bool os_means_not_found(const std::error_code& ec) {
 
 bool os_access(const stdfs::path& path, int mode) { return ::access(path.c_str(), mode) == 0; }
 
-FILE* os_fopen(const stdfs::path& path, const char* mode) { return std::fopen(path.c_str(), mode); }
+int os_chdir(const stdfs::path& path) { return ::chdir(path.c_str()); }
+
+FILE* os_fopen(const stdfs::path& path, const char* mode) {
+  return std::fopen(path.c_str(), mode_not_inherited(mode, 'e').c_str());
+}
 
 bool os_same_file(const stdfs::path& a, const stdfs::path& b, std::error_code& ec) {
   struct stat sa, sb;

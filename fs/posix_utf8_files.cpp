@@ -24,8 +24,6 @@ int chmod_utf8(const std::string& name, int mode) {
   return call_with_native(name, -1, [&](const path& p) { return ::chmod(p.c_str(), static_cast<mode_t>(mode)); });
 }
 
-int chdir_utf8(const Path& dir) { return ::chdir(dir.fs_path().c_str()); }
-
 int open_utf8(const std::string& name, int flags, int mode) {
   return call_with_native(name, -1, [&](const path& p) { return ::open(p.c_str(), flags | O_CLOEXEC, mode); });
 }
@@ -38,8 +36,10 @@ FILE* freopen_utf8(const std::string& name, const std::string& mode, FILE* strea
 char* tempnam_utf8(const char* dir, const char* prefix) {
   // tempnam itself draws a linker warning; a name that mkstemp reserved and
   // released serves the same purpose.
-  const std::string base = dir ? dir : (std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp");
-  std::string name = base + "/" + (prefix ? prefix : "") + "XXXXXX";
+  const char* tmpdir = std::getenv("TMPDIR");
+  std::string name = dir && *dir ? dir : tmpdir && *tmpdir ? tmpdir : "/tmp";
+  if (name.back() != '/') name += '/';
+  name += std::string(prefix ? prefix : "") + "XXXXXX";
   const int fd = ::mkstemp(name.data());
   if (fd < 0) return nullptr;
   ::close(fd);

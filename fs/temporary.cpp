@@ -6,23 +6,40 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <stdexcept>
 
 namespace qorin {
 
 namespace {
 
-// prefix-<16 random hex digits>suffix, created by `create` under `dir`; a
-// name that exists already is drawn again, anything else fails.
+// A prefix or suffix is part of one name: with a separator, "..", a drive's
+// ":" or a zero in it the scratch object could land outside its folder.
+void check_name_part(const char* operation, const char* which, const std::string& part) {
+  if (part.find_first_of(std::string("/\\:\0", 4)) == std::string::npos && part.find("..") == std::string::npos)
+    return;
+  throw std::invalid_argument(std::string(operation) + ": the scratch name's " + which + " \"" + part +
+                              "\" may hold no \"/\", \"\\\", \":\", \"..\" or zero byte");
+}
+
+// prefix-<16 random hex digits>suffix, created by `create` directly in dir,
+// made absolute first so that a later change of the current directory
+// cannot make the owner remove another folder's file; a name that exists
+// already is drawn again, anything else fails.
 template <class Create>
 Path create_unique(const Path& dir, const std::string& prefix, const std::string& suffix, const char* operation,
                    Create create) {
+  check_name_part(operation, "prefix", prefix);
+  check_name_part(operation, "suffix", suffix);
+  if (detail::has_zero_unit(dir.fs_path()))
+    throw std::filesystem::filesystem_error(operation, dir.fs_path(), detail::refused_name());
+  const Path root = dir.absolute();
   constexpr int kAttempts = 64;  // a clash of 64 random bits is an attacker, not chance
   std::error_code ec;
   Path candidate;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     char random[17];
     std::snprintf(random, sizeof random, "%016" PRIx64, detail::os_random_64());
-    candidate = dir;
+    candidate = root;
     candidate /= Path(prefix + "-" + random + suffix);
     ec = create(candidate.fs_path());
     if (!ec) return candidate;

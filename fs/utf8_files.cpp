@@ -9,11 +9,15 @@ namespace qorin {
 
 namespace {
 
-// 0 when the member answers true; -1 when it answers false or throws.
+// 0 when the member answers true; -1 when it answers false or throws, with
+// errno EINVAL when it refused the name.
 template <class F>
 int status_of_member(F member) noexcept {
   try {
     return member() ? 0 : -1;
+  } catch (const std::filesystem::filesystem_error& e) {
+    if (e.code() == std::errc::invalid_argument) errno = EINVAL;
+    return -1;
   } catch (...) {
     return -1;
   }
@@ -39,6 +43,14 @@ int rename_utf8(const std::string& from, const std::string& to) {
     Path(from).rename(Path(to));
     return true;
   });
+}
+
+int chdir_utf8(const Path& dir) {
+  if (detail::has_zero_unit(dir.fs_path())) {
+    errno = EINVAL;
+    return -1;
+  }
+  return detail::os_chdir(dir.fs_path());
 }
 
 unsigned long long filesize_utf8(const std::string& path) {

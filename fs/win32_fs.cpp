@@ -1,5 +1,6 @@
 // Windows only: paths are UTF-16, the C runtime's wide calls do the work.
 #include "fs/fs_os.h"
+#include "fs/path_lexical.h"
 
 #include "platform/win32_api.h"
 
@@ -14,8 +15,6 @@
 
 namespace qorin::detail {
 
-PathStyle os_native_style() { return PathStyle::windows; }
-
 stdfs::path os_path_from_utf8(std::string_view utf8) {
   std::string text(utf8);
   std::replace(text.begin(), text.end(), '/', '\\');
@@ -28,21 +27,41 @@ std::u16string os_utf16_from_path(const stdfs::path& path) {
 }
 std::wstring os_wide_from_path(const stdfs::path& path) { return path.native(); }
 
-stdfs::path os_absolute(const stdfs::path& path, std::error_code& ec) {
-  if (path.has_root_name() && !path.has_root_directory()) {
-    // The shell keeps each drive's current directory in "=C:" and the like.
-    constexpr DWORD kBuffer = 10000;
-    std::wstring name = L"=" + path.root_name().native();
-    std::wstring dir(kBuffer, L'\0');
-    const DWORD length = ::GetEnvironmentVariableW(name.c_str(), dir.data(), kBuffer);
-    dir.resize(length > 0 && length < kBuffer ? length : 0);
-    // Unknown: the drive's root will do.
-    const stdfs::path base = dir.empty() ? path.root_name() / L"\\" : stdfs::path(dir);
+namespace {
+
+// The current directory of drive `drive` ("C:"): the shell keeps each in
+// "=C:" and the like; the current drive's is the current directory even
+// when its variable is unset (as GetFullPathNameW has it); another drive
+// without one is taken at its root.
+std::wstring drive_directory(std::wstring_view drive, std::error_code& ec) {
+  constexpr DWORD kBuffer = 10000;
+  const std::wstring name = L"=" + std::wstring(drive);
+  std::wstring dir(kBuffer, L'\0');
+  const DWORD length = ::GetEnvironmentVariableW(name.c_str(), dir.data(), kBuffer);
+  if (length > 0 && length < kBuffer) {
+    dir.resize(length);
     ec.clear();
-    return base / path.relative_path();
+    return dir;
   }
-  const stdfs::path cwd = stdfs::current_path(ec);
-  return ec ? stdfs::path() : cwd / path;
+  std::wstring cwd = stdfs::current_path(ec).native();
+  if (ec) return {};
+  const std::wstring_view cwd_view(cwd);
+  const RootSpan cwd_root = split_root(cwd_view, PathStyle::windows);
+  if (compare_text(cwd_view.substr(0, cwd_root.name_end), drive, PathStyle::windows) == 0) return cwd;
+  return std::wstring(drive) + L"\\";
+}
+
+}  // namespace
+
+stdfs::path os_absolute(const stdfs::path& path, std::error_code& ec) {
+  const std::wstring_view text(path.native());
+  const RootSpan root = split_root(text, PathStyle::windows);
+  if (root.name_end > 0 && root.end == root.name_end) {
+    const std::wstring dir = drive_directory(text.substr(0, root.name_end), ec);
+    return ec ? stdfs::path() : stdfs::path(append_text<wchar_t>(dir, text.substr(root.end), PathStyle::windows));
+  }
+  const std::wstring cwd = stdfs::current_path(ec).native();
+  return ec ? stdfs::path() : stdfs::path(append_text<wchar_t>(cwd, text, PathStyle::windows));
 }
 
 bool os_means_not_found(const std::error_code& ec) {
@@ -61,8 +80,10 @@ bool os_means_not_found(const std::error_code& ec) {
 
 bool os_access(const stdfs::path& path, int mode) { return ::_waccess(path.c_str(), mode) == 0; }
 
+int os_chdir(const stdfs::path& path) { return ::_wchdir(path.c_str()); }
+
 FILE* os_fopen(const stdfs::path& path, const char* mode) {
-  return ::_wfopen(path.c_str(), toWString(mode).c_str());
+  return ::_wfopen(path.c_str(), toWString(mode_not_inherited(mode, 'N')).c_str());
 }
 
 namespace {

@@ -29,11 +29,12 @@ int chmod_utf8(const std::string& name, int mode) {
   return call_with_native(name, -1, [&](const path& p) { return ::_wchmod(p.c_str(), mode); });
 }
 
-int chdir_utf8(const Path& dir) { return ::_wchdir(dir.fs_path().c_str()); }
-
 int open_utf8(const std::string& name, int flags, int mode) {
-  // Full sharing, so that a log another process holds open can still be read.
-  return call_with_native(name, -1, [&](const path& p) { return ::_wsopen(p.c_str(), flags, _SH_DENYNO, mode); });
+  // Full sharing, so that a log another process holds open can still be
+  // read; never inherited, so that a child cannot keep the file open.
+  return call_with_native(name, -1, [&](const path& p) {
+    return ::_wsopen(p.c_str(), flags | _O_NOINHERIT, _SH_DENYNO, mode);
+  });
 }
 
 FILE* freopen_utf8(const std::string& name, const std::string& mode, FILE* stream) {

@@ -288,6 +288,9 @@ class QORIN_EXPORT CommandLineBase {
 //   VANTREL_DIR=D:\gone => throws std::runtime_error
 //     "VANTREL_DIR is set to an invalid directory.  \"D:\\gone\" does not exist."
 //     (two blanks after the full stop, as callers match it)
+//     and the same for a VANTREL_DIR that names a file: it must be a directory
+//   VANTREL_DIR=prod (relative) => completed against the current directory
+//     when first read, and kept so: a later chdir does not move it
 class QORIN_EXPORT CommandLine : public CommandLineBase {
  public:
   CommandLine();

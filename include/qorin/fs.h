@@ -2,8 +2,23 @@
 // file-system operations, directory iteration, UTF-8 faces of the C runtime's
 // file functions, and scratch files and directories.
 //
-// All text is UTF-8. Invalid UTF-8 in a path throws utf8::invalid_utf8
-// (see <qorin/text.h>), never a mangled name.
+// All text is UTF-8. On Windows invalid UTF-8 in a path throws
+// utf8::invalid_utf8 (see <qorin/text.h>), never a mangled name. On POSIX a
+// name is bytes: a name that is not UTF-8 (made by another program) reads
+// as its own bytes from string() and the iterators, and Path takes those
+// bytes back as the same file; only the UTF-16 forms (u16string(),
+// wstring()) throw for it.
+//   for (DirectoryIterator it(dir), end; it != end; ++it)
+//     Path(it->path().string()).delete_file();   // also for "caf\xE9.txt" in Latin-1
+//
+// A name with a zero byte (unit) in it is refused by everything that would
+// hand it to the system, never cut short at the zero: throwing members throw
+// std::filesystem::filesystem_error with their operation's name and
+// errc::invalid_argument, error-code forms answer false with that code, the
+// C-style functions answer -1 or null with errno EINVAL. exists() and the
+// status queries answer false for it: such a file cannot be there.
+//   Path(std::string("ab\0cd", 5)).create_directory()  => throws, «ab» is not made
+//   qorin::unlink_utf8(std::string("ab\0cd", 5))        => -1, errno EINVAL, «ab» stays
 //
 // Example:
 //   qorin::Path p("C:/Data/run.log");          // Windows: stored as C:\Data\run.log
@@ -80,11 +95,17 @@ QORIN_EXPORT std::string resolve_path(std::string_view base, std::string_view pa
 // everything, descendants included).
 // *made_relative (when not null) tells whether that worked; when it did not,
 // the answer is `path` normalized. Windows: both need the same root name
-// and a root directory. Posix: both need to start with "/". A path or base
-// with a zero unit in it is refused.
+// and a root directory, and the same volume: the share of "\\\\srv\\share"
+// and the drive of "\\\\?\\C:" count as part of the root, since no ".."
+// leads from one share or drive to another. Posix: both need to start with
+// "/". Refused too: a base that still starts with ".." once normalized
+// ("C:\\..\\a": its place has no name to climb back by), and a path or base
+// with a zero unit in it.
 //
 // Example (windows): ("C:\\a\\b\\c", "C:\\a\\x", max_up 1) => "..\\b\\c", true
 //                    (same, max_up 0) => "C:\\a\\b\\c", false
+//                    ("C:\\a\\b", "C:\\a\\x\\..\\y", max_up 1) => "..\\b", true
+//                    ("\\\\srv\\s1\\a", "\\\\srv\\s2\\b", max_up 9) => "\\\\srv\\s1\\a", false
 QORIN_EXPORT std::string make_relative_path(std::string_view path, std::string_view base, PathStyle style,
                                             bool* made_relative, int max_up);
 
@@ -158,25 +179,39 @@ class QORIN_EXPORT Path {
   void swap(Path& other) noexcept { path_.swap(other.path_); }
   bool empty() const { return path_.empty(); }
 
-  Path root_name() const { return from_fs_path(path_.root_name()); }
-  Path root_directory() const { return from_fs_path(path_.root_directory()); }
-  Path root_path() const { return from_fs_path(path_.root_path()); }
-  Path relative_path() const { return from_fs_path(path_.relative_path()); }
+  // The root as split_path reads it in the native style, on every
+  // platform the same: Windows root names are a drive "C:", a server
+  // "\\server", and the device and verbatim prefixes "\\.", "\\?"; the
+  // root directory is the separators after the root name, as written.
+  // Absolute means a root name and a root directory (Windows) or a leading
+  // "/" (POSIX); an absolute path completes to itself.
+  //
+  // Example (Windows): "\\srv\share\f" => root_name "\\srv", root_directory
+  //                    "\\", relative_path "share\f", is_absolute() true;
+  //                    "\\.\pipe\p" => root_name "\\."; "C:x" => "C:", "", "x"
+  Path root_name() const;
+  Path root_directory() const;
+  Path root_path() const;
+  Path relative_path() const;
   Path parent_path() const;
   Path filename() const;
   Path stem() const;
   Path extension() const { return from_fs_path(path_.extension()); }
-  bool has_root_name() const { return path_.has_root_name(); }
-  bool has_root_directory() const { return path_.has_root_directory(); }
-  bool has_root_path() const { return path_.has_root_path(); }
-  bool has_relative_path() const { return path_.has_relative_path(); }
+  bool has_root_name() const { return !root_name().empty(); }
+  bool has_root_directory() const { return !root_directory().empty(); }
+  bool has_root_path() const { return !root_path().empty(); }
+  bool has_relative_path() const { return !relative_path().empty(); }
   bool has_parent_path() const { return !parent_path().empty(); }
   bool has_filename() const { return !filename().empty(); }
   bool has_stem() const { return !stem().empty(); }
   bool has_extension() const { return path_.has_extension(); }
-  bool is_absolute() const { return path_.is_absolute(); }
+  bool is_absolute() const;
   bool is_relative() const { return !is_absolute(); }
 
+  // The standard append on the grammar above: a right side with a root
+  // name and root directory (or another root name) replaces, a root
+  // directory alone keeps this root name, anything else joins with "\\".
+  // Example (Windows): "C:\\x" / "\\\\srv\\s" => "\\\\srv\\s"; "C:\\x" / "\\y" => "C:\\y"
   Path& operator/=(const Path& other) { return append(other); }
   Path& append(const Path& other);
   Path& operator+=(const Path& other) { return concat(other); }
@@ -212,6 +247,7 @@ class QORIN_EXPORT Path {
   // Character prefixes, as starts_with.
   bool is_contained_within_path(const Path& other) const;
   bool is_contained_within_path_physical(const Path& other) const;
+  // make_relative_path above, in the native style.
   static Path make_relative_path(const Path& path, const Path& base, bool* made_relative, int max_up);
   Path get_valid_automount_path() const;
 
@@ -246,7 +282,8 @@ class QORIN_EXPORT Path {
   // file on disk. Errors: "equivalent".
   bool equivalent(const Path& other);
   // The C stream or null; when it fails and the path holds "..", tried once
-  // more as complete_path().
+  // more as complete_path(). No child process inherits the stream (the mode
+  // gets 'N' on Windows, 'e' on POSIX).
   FILE* fopen(const char* mode) const;
   static Path current_path();  // errors: "current_path()"
 
@@ -367,12 +404,20 @@ QORIN_EXPORT int access_utf8(const std::string& path, int mode);
 QORIN_EXPORT int stat_utf8(const std::string& path, FileStatus* status);
 QORIN_EXPORT int chmod_utf8(const std::string& path, int mode);
 QORIN_EXPORT int chdir_utf8(const Path& path);
-// A descriptor or -1; the flags pass unchanged (Windows: text mode unless
-// they ask for binary). Windows opens with full sharing, so that another
-// process can read a log that is being written.
+// A descriptor or -1. No child process inherits it: O_CLOEXEC (POSIX) or
+// _O_NOINHERIT (Windows) is added to the flags, which otherwise pass
+// unchanged (Windows: text mode unless they ask for binary). Windows opens
+// with full sharing, so that another process can read a log that is being
+// written.
 QORIN_EXPORT int open_utf8(const std::string& path, int flags, int mode);
 QORIN_EXPORT FILE* freopen_utf8(const std::string& path, const std::string& mode, FILE* stream);
-// A new name the caller releases with free(), or null.
+// A new name the caller releases with free(), or null: `prefix` and random
+// characters, in a folder that exists; the file itself does not exist.
+// POSIX: the folder is `dir`, else $TMPDIR, else /tmp (an empty text counts
+// as none); a missing folder gives null with errno ENOENT, never a name
+// elsewhere. Windows: the runtime's _wtempnam, which prefers the TMP
+// variable's folder to `dir` when it exists.
+// Example (POSIX): tempnam_utf8("/w", "run") => "/w/runA1b2C3"
 QORIN_EXPORT char* tempnam_utf8(const char* dir, const char* prefix);
 
 // The current directory; throws the filesystem error for "current_path()".
@@ -401,6 +446,12 @@ QORIN_EXPORT std::string get_directory_from_file(const std::string& path);
 // POSIX: directories get mode 0700, files 0600. The destructor removes what
 // was made (a directory with its contents) unless keep() was called; it
 // never throws. Movable, not copyable.
+//
+// A prefix or suffix is part of one name: one holding "/", "\\", ":", ".."
+// or a zero byte throws std::invalid_argument naming it, so the object is
+// always made directly in its folder. A relative folder is made absolute
+// when the object is made: path() is absolute, and a later change of the
+// current directory changes nothing about what the destructor removes.
 //
 // Example:
 //   TemporaryDirectory scratch("solve");   // e.g. /tmp/solve-3f9c0a17d2b4e681

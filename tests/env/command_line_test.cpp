@@ -1,5 +1,6 @@
 #include <qorin/env.h>
 
+#include "support/scoped_environment.h"
 #include "support/stream_capture.h"
 #include "support/thrown_message.h"
 
@@ -62,6 +63,30 @@ TEST(CommandLine, ArgumentZeroIsTheExecutableAndTakingShiftsTheRest) {
   EXPECT_EQ(line.argc(), argc);
   line.initialize_args(1, fewer);
   EXPECT_EQ(std::string(held[0]), held_zero);
+}
+
+// VANTREL_DIR must name a directory; a relative one is taken from where the
+// process was when it was first read.
+TEST(CommandLine, VantrelDirIsADirectoryMadeAbsolute) {
+  using qorin::Path;
+  qorin::TemporaryDirectory scratch("qorin-vantrel");
+  const Path installation = Path(scratch.path()) /= Path("prod"), file = Path(scratch.path()) /= Path("file");
+  ASSERT_TRUE(installation.create_directory());
+  std::fclose(file.fopen("w"));
+  qorin::DirectorySaver saved;
+  ASSERT_EQ(qorin::chdir_utf8(scratch.path()), 0);
+  {
+    qorin::testing::ScopedEnvironmentVariable vantrel_dir("VANTREL_DIR", "prod/.");
+    qorin::CommandLine line;
+    EXPECT_EQ(line.get_installation_directory(), installation);
+    ASSERT_EQ(qorin::chdir_utf8(installation), 0);
+    EXPECT_EQ(line.get_bin_directory(), Path(installation) /= Path("bin"));
+    EXPECT_TRUE(line.get_installation_directory().is_directory());
+  }
+  qorin::testing::ScopedEnvironmentVariable vantrel_dir("VANTREL_DIR", file.string());
+  qorin::CommandLine line;
+  EXPECT_EQ(thrown_message<std::runtime_error>([&] { line.get_installation_directory(); }),
+            "VANTREL_DIR is set to an invalid directory.  \"" + file.string() + "\" does not exist.");
 }
 
 TEST(CommandLine, ReportErrorWritesItsPrefixAndNoLineEnd) {

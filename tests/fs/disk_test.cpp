@@ -10,6 +10,7 @@
 #include <fcntl.h>
 
 #include <set>
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -112,9 +113,6 @@ TEST_F(Disk, Utf8WrappersKeepRuntimeResults) {
   EXPECT_EQ(qorin::unlink_utf8(file), -1);
   EXPECT_EQ(qorin::filesize_utf8(file), 0u);
   EXPECT_EQ(qorin::access_utf8(file, 0), -1);
-  EXPECT_EQ(qorin::mkdir_utf8("\xFF"), -1);  // bad UTF-8 never throws
-  EXPECT_EQ(qorin::open_utf8("\xFF", O_RDONLY, 0), -1);
-  EXPECT_EQ(errno, EINVAL);
   EXPECT_EQ(qorin::rename_utf8(file, file + "2"), -1);
   char small[2];
   EXPECT_EQ(qorin::getcwd_utf8_legacy(small, sizeof small), nullptr);
@@ -193,6 +191,162 @@ TEST_F(Disk, DirectorySaverReturns) {
     EXPECT_TRUE(Path::current_path().equivalent(scratch_.path()));
   }
   EXPECT_EQ(Path::current_path(), before);
+}
+
+// A name cut at its zero would be another file: «ab» for «ab\0cd».
+TEST_F(Disk, NameWithZeroIsRefusedNeverCut) {
+  const std::string cut = at("ab").string(), zero = cut + std::string("\0cd", 3);
+  const Path named(zero), other = at("other");
+  auto refused = [](const char* operation, auto call) -> std::string {
+    try {
+      call();
+    } catch (const FsError& e) {
+      if (e.code() != std::errc::invalid_argument) return "code " + e.code().message();
+      return std::string(e.what()).find(operation) == std::string::npos ? e.what() : "";
+    }
+    return "nothing thrown";
+  };
+  auto refused_c = [](int result) { return result == -1 && errno == EINVAL; };
+  auto nothing_at_cut = [&] { return !Path(cut).exists() && !Path(cut).is_directory(); };
+
+  EXPECT_EQ(refused("create_directory", [&] { named.create_directory(); }), "");
+  EXPECT_EQ(refused("create_directories", [&] { named.create_directories(); }), "");
+  EXPECT_EQ(named.fopen("w"), nullptr);
+  EXPECT_EQ(errno, EINVAL);
+  EXPECT_TRUE(refused_c(qorin::mkdir_utf8(zero)));
+  EXPECT_TRUE(refused_c(qorin::mkpath_utf8(zero)));
+  EXPECT_TRUE(refused_c(qorin::open_utf8(zero, O_WRONLY | O_CREAT, 0644)));
+  FILE* stream = other.fopen("w");
+  ASSERT_NE(stream, nullptr);
+  errno = 0;
+  EXPECT_EQ(qorin::freopen_utf8(zero, "w", stream), nullptr);
+  EXPECT_EQ(errno, EINVAL);
+  std::fclose(stream);  // a refused name leaves the stream as it was
+  EXPECT_EQ(refused("create_directory", [&] { qorin::TemporaryDirectory(named, "t"); }), "");
+  EXPECT_THROW(qorin::TemporaryFile(scratch_.path(), std::string("ab\0cd", 5), ""), std::invalid_argument);
+  EXPECT_THROW(qorin::TemporaryFile(scratch_.path(), "ab", std::string("\0cd", 3)), std::invalid_argument);
+  EXPECT_TRUE(nothing_at_cut());
+
+  touch(Path(cut), "kept");
+  EXPECT_FALSE(named.exists());
+  std::error_code ec;
+  EXPECT_FALSE(named.exists(ec));
+  EXPECT_FALSE(ec);
+  EXPECT_FALSE(named.is_regular_file());
+  EXPECT_FALSE(named.is_readable());
+  qorin::FileStatus status{};
+  EXPECT_TRUE(refused_c(qorin::stat_utf8(zero, &status)));
+  EXPECT_TRUE(refused_c(qorin::access_utf8(zero, 0)));
+  EXPECT_EQ(named.fopen("r"), nullptr);
+  EXPECT_EQ(refused("file_size", [&] { named.file_size(); }), "");
+  EXPECT_EQ(refused("remove", [&] { named.delete_file(); }), "");
+  EXPECT_FALSE(named.delete_file(ec));
+  EXPECT_EQ(ec, std::errc::invalid_argument);
+  EXPECT_EQ(refused("remove", [&] { named.delete_file_or_directory(); }), "");
+  EXPECT_EQ(refused("remove_all", [&] { named.remove_all(); }), "");
+  EXPECT_EQ(refused("rename", [&] { named.rename(other); }), "");
+  EXPECT_EQ(refused("rename", [&] { Path(cut).rename(Path(other.string() + std::string("\0x", 2))); }), "");
+  EXPECT_EQ(refused("equivalent", [&] { Path(named).equivalent(other); }), "");
+  EXPECT_TRUE(refused_c(qorin::unlink_utf8(zero)));
+  EXPECT_TRUE(refused_c(qorin::remove_utf8(zero)));
+  EXPECT_TRUE(refused_c(qorin::rename_utf8(zero, other.string())));
+  EXPECT_EQ(qorin::filesize_utf8(zero), 0u);
+  EXPECT_TRUE(Path(cut).is_regular_file());
+  ASSERT_TRUE(Path(cut).delete_file());
+
+  ASSERT_TRUE(Path(cut).create_directory());
+  EXPECT_EQ(refused("remove", [&] { named.delete_directory(); }), "");
+  EXPECT_EQ(refused("directory_iterator::directory_iterator", [&] { qorin::DirectoryIterator{named}; }), "");
+  EXPECT_EQ(refused("recursive_directory_iterator::recursive_directory_iterator",
+                    [&] { qorin::RecursiveDirectoryIterator{named}; }),
+            "");
+  qorin::DirectoryIterator quiet(named, ec);
+  EXPECT_EQ(ec, std::errc::invalid_argument);
+  EXPECT_TRUE(refused_c(qorin::rmdir_utf8(zero)));
+  {
+    qorin::DirectorySaver saved;
+    EXPECT_TRUE(refused_c(qorin::chdir_utf8(named)));
+    EXPECT_EQ(Path::current_path(), saved.saved());
+  }
+  EXPECT_TRUE(Path(cut).is_directory());
+}
+
+TEST_F(Disk, ScratchNamesStayInTheirFolder) {
+  const Path inner = at("inner");
+  ASSERT_TRUE(inner.create_directory());
+  for (const char* bad : {"../escape", "..\\escape", "sub/x", "\\..\\..\\x", "..", "/abs", "C:\\abs", "C:x"}) {
+    const std::string as_prefix =
+        qorin::testing::thrown_message<std::invalid_argument>([&] { qorin::TemporaryDirectory(inner, bad); });
+    EXPECT_NE(as_prefix.find("prefix"), std::string::npos) << bad << ": " << as_prefix;
+    const std::string as_suffix =
+        qorin::testing::thrown_message<std::invalid_argument>([&] { qorin::TemporaryFile(inner, "t", bad); });
+    EXPECT_NE(as_suffix.find("suffix"), std::string::npos) << bad << ": " << as_suffix;
+    EXPECT_THROW(qorin::TemporaryFile(inner, bad, ""), std::invalid_argument) << bad;
+  }
+  EXPECT_EQ(qorin::DirectoryIterator(inner), qorin::DirectoryIterator());
+  int entries = 0;
+  for (qorin::DirectoryIterator it(scratch_.path()), end; it != end; ++it) ++entries;
+  EXPECT_EQ(entries, 1);
+  qorin::TemporaryFile plain(inner, "run.1", ".cir");  // dots and all, as long as it stays a name
+  EXPECT_EQ(plain.path().parent_path(), inner);
+}
+
+// The scratch object must not depend on where the process is when it dies.
+TEST_F(Disk, RelativeTemporaryRootIsMadeAbsolute) {
+  ASSERT_TRUE(at("a").create_directory());
+  ASSERT_TRUE(at("b/a").create_directories());
+  qorin::DirectorySaver saved;
+  ASSERT_EQ(qorin::chdir_utf8(scratch_.path()), 0);
+  Path made, namesake;
+  {
+    qorin::TemporaryDirectory dir(Path("a"), "t");
+    made = dir.path();
+    EXPECT_TRUE(made.is_absolute());
+    EXPECT_TRUE(made.is_directory());
+    ASSERT_EQ(qorin::chdir_utf8(Path("b")), 0);
+    namesake = Path("a") /= made.filename();
+    ASSERT_TRUE(namesake.create_directory());
+  }
+  EXPECT_FALSE(made.exists());
+  EXPECT_TRUE(namesake.is_directory());
+  ASSERT_EQ(qorin::chdir_utf8(scratch_.path()), 0);
+  qorin::testing::ScopedEnvironmentVariable root("QORIN_TEMP_PATH", "a");
+  qorin::TemporaryFile file;
+  EXPECT_TRUE(file.path().is_absolute());
+  EXPECT_EQ(file.path().parent_path(), at("a"));
+}
+
+TEST_F(Disk, ScratchInAMissingFolderFails) {
+  EXPECT_NE(thrown_message<FsError>([&] { qorin::TemporaryDirectory(at("missing"), "t"); }).find("create_directory"),
+            std::string::npos);
+  EXPECT_NE(thrown_message<FsError>([&] { qorin::TemporaryFile(at("missing"), "t", ""); }).find("create_file"),
+            std::string::npos);
+  EXPECT_FALSE(at("missing").exists());
+}
+
+TEST_F(Disk, LegacyGetcwdKeepsToItsBuffer) {
+  const std::string cwd = qorin::getcwd_utf8();
+  std::vector<char> buffer(cwd.size() + 2, '#');
+  errno = 0;
+  EXPECT_EQ(qorin::getcwd_utf8_legacy(buffer.data(), int(cwd.size())), nullptr);  // no room for the zero
+  EXPECT_EQ(errno, ERANGE);
+  EXPECT_EQ(std::string(buffer.begin(), buffer.end()), std::string(cwd.size() + 2, '#'));
+  EXPECT_EQ(qorin::getcwd_utf8_legacy(buffer.data(), int(cwd.size() + 1)), buffer.data());
+  EXPECT_EQ(std::string(buffer.data()), cwd);
+  EXPECT_EQ(buffer[cwd.size() + 1], '#');
+  errno = 0;
+  EXPECT_EQ(qorin::getcwd_utf8_legacy(buffer.data(), 0), nullptr);
+  EXPECT_EQ(errno, EINVAL);
+}
+
+TEST_F(Disk, TempnamNamesAFreshFileInTheFolder) {
+  char* name = qorin::tempnam_utf8(scratch_.path().string().c_str(), "pre");
+  ASSERT_NE(name, nullptr);
+  const Path made(name);
+  std::free(name);
+  EXPECT_EQ(made.filename().string().rfind("pre", 0), 0u) << made.string();
+  EXPECT_FALSE(made.exists());
+  EXPECT_TRUE(made.parent_path().is_directory()) << made.string();
 }
 
 }  // namespace

@@ -49,6 +49,18 @@ TEST(LexicalMakeRelative, CommonRootAndMaxUp) {
       {W, "a\\b", "C:\\a", 3, "a\\b", false},              {W, "\\a", "\\b", 3, "\\a", false},
       {W, "C:\\A\\b\\..\\c", "C:\\a\\.\\d", 1, "..\\c", true}, {W, "C:\\x", "C:\\..\\a", 9, "C:\\x", false},
       {W, "C:\\a\\b:x", "C:\\a", 0, ".\\b:x", true},
+      // A share or a drive behind a prefix is part of the volume: no ".." leaves it.
+      {W, "\\\\srv\\s1\\a", "\\\\srv\\s2\\b", 9, "\\\\srv\\s1\\a", false},
+      {W, "\\\\srv\\s1\\a", "\\\\SRV\\S1\\b", 1, "..\\a", true},
+      {W, "\\\\srv\\s1\\a", "\\\\srv\\s1", 0, "a", true},
+      {W, "\\\\srv\\s1", "\\\\srv", 9, "\\\\srv\\s1", false},
+      {W, "\\\\?\\C:\\a", "\\\\?\\D:\\b", 9, "\\\\?\\C:\\a", false},
+      {W, "\\\\?\\C:\\a", "\\\\?\\c:\\b", 1, "..\\a", true},
+      {W, "\\\\.\\pipe\\a", "\\\\.\\pipf\\b", 9, "\\\\.\\pipe\\a", false},
+      {W, "\\\\?\\UNC\\srv\\s1\\a", "\\\\?\\unc\\srv\\s2\\a", 9, "\\\\?\\UNC\\srv\\s1\\a", false},
+      {W, "\\\\?\\UNC\\srv\\s1\\a", "\\\\?\\unc\\srv\\s1\\b", 1, "..\\a", true},
+      // The base is normalized first; one that starts with ".." cannot be climbed by name.
+      {W, "C:\\a\\b", "C:\\a\\x\\..\\y", 1, "..\\b", true},
       {P, "/a/b/c", "/a/x", 1, "../b/c", true},             {P, "/a", "/A", 1, "../a", true},
       {P, "a", "/a", 1, "a", false},
   };
@@ -93,6 +105,8 @@ TEST(LexicalSplit, RootNameRootDirectoryElements) {
   struct Case { PathStyle style; const char* in; qorin::PathParts expected; };
   const Case cases[] = {{W, "C:/a\\\\b\\", {"C:", "/", {"a", "b", ""}}}, {W, "\\\\srv\\s\\x", {"\\\\srv", "\\", {"s", "x"}}},
                         {W, "C:x", {"C:", "", {"x"}}},                    {W, "1:x", {"", "", {"1:x"}}},
+                        {W, "\\\\?\\C:\\a", {"\\\\?", "\\", {"C:", "a"}}},
+                        {W, "\\\\.\\pipe\\p", {"\\\\.", "\\", {"pipe", "p"}}},
                         {P, "//a", {"", "//", {"a"}}},                    {P, "C:\\x", {"", "", {"C:\\x"}}}};
   for (const Case& c : cases) {
     const qorin::PathParts parts = qorin::split_path(c.in, c.style);
