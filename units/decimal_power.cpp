@@ -173,7 +173,7 @@ const std::array<double, 632>& powers_of_ten() {
 
 double pow10(double x) {
   if (!(x > -324.0)) return x != x ? x : 0.0;  // 10^-324 is below half the smallest subnormal
-  if (x > 309.0) return std::numeric_limits<double>::infinity();
+  if (x >= 309.0) return std::numeric_limits<double>::infinity();
   const double whole = round_to_whole(x);
   if (whole == x) return powers_of_ten()[static_cast<std::size_t>(whole + 323.0)];
   // 10^x = 2^(k / 128) e^z = 2^floor(k / 128) 2^(j / 128) e^z.
