@@ -26,7 +26,7 @@ using namespace decimal_power_tables;
 
 // Relative error bounds of the two evaluations. The worst errors seen against
 // MPFR are 2^-68.8 and 2^-104.1, a margin of 7 and 60; about one argument in
-// 4,000 is left in doubt by the fast bound.
+// 3,000 is left in doubt by the fast bound.
 constexpr double kFastError = 0x1p-66;
 constexpr double kCarefulError = 0x1p-98;
 
@@ -104,8 +104,9 @@ struct ReducedExponent {
 
 ReducedExponent reduce_exponent(double x) {
   const double k = round_to_whole(x * kStepsPerUnit);
-  // |k| < 2^18: k times each 35-bit part is exact, and x is within a few
-  // percent of k A / 128, so their difference is exact too.
+  // |k| < 2^18: k times each 35-bit part is exact, and unless k is 0, x and
+  // k A / 128 are within a factor of two of each other, so their difference
+  // is exact too.
   const double a = x - k * (kLog10Of2[0] * 0x1p-7);
   const DD b = two_sum(a, -k * (kLog10Of2[1] * 0x1p-7));
   const DD r = {b.hi, b.lo - k * (kLog10Of2[2] * 0x1p-7)};
