@@ -45,7 +45,7 @@ py::object to_mks(py::handle value, const UnitAndMultiplier& unit) {
   Array out(std::vector<py::ssize_t>(in.shape(), in.shape() + in.ndim()));
   {
     py::gil_scoped_release released;
-    units::convert_parm_values_to_mks_units(in.data(), out.mutable_data(), static_cast<std::size_t>(in.size()), unit);
+    units::convert_parm_values_to_mks_units(in.data(), static_cast<std::size_t>(in.size()), unit, out.mutable_data());
   }
   return std::move(out);
 }
@@ -68,9 +68,15 @@ py::object from_mks(py::handle value, const UnitAndMultiplier& unit) {
   std::size_t converted = 0;
   {
     py::gil_scoped_release released;
-    converted = units::convert_parm_values_from_mks_units(in.data(), out.mutable_data(), count, unit);
+    converted = units::convert_parm_values_from_mks_units(in.data(), count, unit, out.mutable_data());
   }
-  if (converted != count) cannot_represent(in.data()[converted], unit);
+  if (converted != count) {
+    // The batch copies a refused value through: name the first one.
+    double result = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (!units::convert_parm_value_from_mks_units(in.data()[i], unit, &result)) cannot_represent(in.data()[i], unit);
+    }
+  }
   return std::move(out);
 }
 

@@ -4,7 +4,6 @@
 
 #include <qorin/units.h>
 
-#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -17,14 +16,12 @@ enum class PowerScale { linear, dBm, dBW };
 // Recognised by the legacy code, not the type name, as stored designs do.
 PowerScale power_scale(const UnitAndMultiplier& unit) {
   if (unit.type()->get_legacy_type() != DM_UNIT_POWER) return PowerScale::linear;
+  // Compared letter by letter: this runs once for every value converted.
   const std::string& name = unit.unit_name();
-  if (name == "dBm") return PowerScale::dBm;
-  if (name == "dBW") return PowerScale::dBW;
+  if (name.size() != 3 || name[0] != 'd' || name[1] != 'B') return PowerScale::linear;
+  if (name[2] == 'm') return PowerScale::dBm;
+  if (name[2] == 'W') return PowerScale::dBW;
   return PowerScale::linear;
-}
-
-bool is_power(const UnitAndMultiplier& unit) {
-  return unit.type()->get_legacy_type() == DM_UNIT_POWER;
 }
 
 void require_from_units(const UnitAndMultiplier& unit) {
@@ -39,36 +36,55 @@ void require_to_units(const UnitAndMultiplier& unit) {
   }
 }
 
+// The exponent is multiplied by 0.1, not divided by 10: stored results
+// depend on that last bit. The powers are the library's own, the same on
+// every platform.
+double decibels_to_watts(double value, PowerScale scale) {
+  return detail::pow10((scale == PowerScale::dBm ? value - 30.0 : value) * 0.1);
+}
+
+// For a positive power.
+double watts_to_decibels(double value, PowerScale scale) {
+  const double dbw = 10.0 * detail::log10(value);
+  return scale == PowerScale::dBm ? dbw + 30.0 : dbw;
+}
+
+// How a value comes from MKS into a unit that is a plain factor, and which
+// values it refuses.
+struct FactorLimits {
+  double factor;
+  // No power unit represents zero or negative power, not even W.
+  bool positive_only;
+  // Values are handed on as floats downstream; the guard is on the signed
+  // value, so large negative values pass.
+  double highest;
+};
+
+FactorLimits factor_limits(const UnitAndMultiplier& unit) {
+  const double factor = unit.multiplier()->multipler();
+  const double highest = factor < 1.0 ? factor * static_cast<double>(std::numeric_limits<float>::max())
+                                      : std::numeric_limits<double>::infinity();
+  return {factor, unit.type()->get_legacy_type() == DM_UNIT_POWER, highest};
+}
+
 double to_mks(double value, const UnitAndMultiplier& unit) {
-  // The exponent is multiplied by 0.1, not divided by 10: stored results
-  // depend on that last bit. The powers are the library's own, the same on
-  // every platform.
-  switch (power_scale(unit)) {
-    case PowerScale::dBW: return detail::pow10(value * 0.1);
-    case PowerScale::dBm: return detail::pow10((value - 30.0) * 0.1);
-    case PowerScale::linear: break;
-  }
+  const PowerScale scale = power_scale(unit);
+  if (scale != PowerScale::linear) return decibels_to_watts(value, scale);
   return value * unit.multiplier()->multipler();
 }
 
 bool from_mks(double value, const UnitAndMultiplier& unit, double* result) {
-  if (is_power(unit)) {
-    // No power unit represents zero or negative power, not even W.
+  const PowerScale scale = power_scale(unit);
+  if (scale != PowerScale::linear) {
     if (value <= 0.0) return false;
-    switch (power_scale(unit)) {
-      case PowerScale::dBW: *result = 10.0 * detail::log10(value); return true;
-      case PowerScale::dBm: *result = 10.0 * detail::log10(value) + 30.0; return true;
-      case PowerScale::linear: break;
-    }
+    *result = watts_to_decibels(value, scale);
+    return true;
   }
+  const FactorLimits limits = factor_limits(unit);
+  if (limits.positive_only && value <= 0.0) return false;
   *result = value;
-  // Values are handed on as floats downstream; the guard is on the signed
-  // value, so large negative values pass.
-  const double factor = unit.multiplier()->multipler();
-  if (factor < 1.0 && value > factor * static_cast<double>(std::numeric_limits<float>::max())) {
-    return false;
-  }
-  *result = value / factor;
+  if (value > limits.highest) return false;
+  *result = value / limits.factor;
   return true;
 }
 
@@ -84,6 +100,42 @@ bool convert_parm_value_from_mks_units(double value, UnitAndMultiplier unit, dou
   return from_mks(value, unit, result);
 }
 
+void convert_parm_values_to_mks_units(const double* in, std::size_t n, UnitAndMultiplier unit, double* out) {
+  require_from_units(unit);
+  const PowerScale scale = power_scale(unit);
+  if (scale != PowerScale::linear) {
+    for (std::size_t i = 0; i < n; ++i) out[i] = decibels_to_watts(in[i], scale);
+    return;
+  }
+  const double factor = unit.multiplier()->multipler();
+  for (std::size_t i = 0; i < n; ++i) out[i] = in[i] * factor;
+}
+
+std::size_t convert_parm_values_from_mks_units(const double* in, std::size_t n, UnitAndMultiplier unit,
+                                               double* out) {
+  require_to_units(unit);
+  std::size_t converted = 0;
+  const PowerScale scale = power_scale(unit);
+  if (scale != PowerScale::linear) {
+    for (std::size_t i = 0; i < n; ++i) {
+      const double value = in[i];
+      const bool accepted = !(value <= 0.0);  // NaN is converted, as it is singly
+      out[i] = accepted ? watts_to_decibels(value, scale) : value;
+      converted += accepted;
+    }
+    return converted;
+  }
+  // Without branches, so that the compiler can vectorise the loop.
+  const FactorLimits limits = factor_limits(unit);
+  for (std::size_t i = 0; i < n; ++i) {
+    const double value = in[i];
+    const bool accepted = !(limits.positive_only && value <= 0.0) && !(value > limits.highest);
+    out[i] = accepted ? value / limits.factor : value;
+    converted += accepted;
+  }
+  return converted;
+}
+
 bool convert_parm_value_units(double value, UnitAndMultiplier from, double* result,
                               UnitAndMultiplier to) {
   *result = value;
@@ -91,38 +143,6 @@ bool convert_parm_value_units(double value, UnitAndMultiplier from, double* resu
   const double mks = to_mks(value, from);
   require_to_units(to);
   return from_mks(mks, to, result);
-}
-
-void convert_parm_values_to_mks_units(const double* in, double* out, std::size_t count, UnitAndMultiplier unit) {
-  require_from_units(unit);
-  if (power_scale(unit) != PowerScale::linear) {
-    for (std::size_t i = 0; i < count; ++i) out[i] = to_mks(in[i], unit);
-    return;
-  }
-  const double factor = unit.multiplier()->multipler();
-  // Four loads, then four stores: -O2 turns each group into vector multiplies
-  // (it does not vectorise the plain loop), and reading before writing keeps
-  // in-place conversion right. Each element is still the one product.
-  std::size_t i = 0;
-  for (; i + 4 <= count; i += 4) {
-    const double a = in[i] * factor, b = in[i + 1] * factor, c = in[i + 2] * factor, d = in[i + 3] * factor;
-    out[i] = a;
-    out[i + 1] = b;
-    out[i + 2] = c;
-    out[i + 3] = d;
-  }
-  for (; i < count; ++i) out[i] = in[i] * factor;
-}
-
-std::size_t convert_parm_values_from_mks_units(const double* in, double* out, std::size_t count,
-                                               UnitAndMultiplier unit) {
-  require_to_units(unit);
-  for (std::size_t i = 0; i < count; ++i) {
-    double result = 0.0;
-    if (!from_mks(in[i], unit, &result)) return i;
-    out[i] = result;
-  }
-  return count;
 }
 
 }  // namespace qorin::units

@@ -147,21 +147,26 @@ QORIN_EXPORT double convert_parm_value_to_mks_units(double value, UnitAndMultipl
 // the MKS value). Null units throw "Cannot convert parameter value from mks
 // units to null units.".
 QORIN_EXPORT bool convert_parm_value_from_mks_units(double value, UnitAndMultiplier unit, double* result);
+// Many values of one unit: out[i] = convert_parm_value_to_mks_units(in[i], unit),
+// bit for bit, for i < n; out may be in. A plain factor is one multiplication
+// loop. Null units throw as the single conversion does, before anything is
+// written, also for n = 0.
+//
+// Example: in {0.0, 10.0, 30.0} dBm => out {0.001, 0.01, 1.0}
+QORIN_EXPORT void convert_parm_values_to_mks_units(const double* in, std::size_t n, UnitAndMultiplier unit,
+                                                    double* out);
+// Many MKS values into `unit`, each as convert_parm_value_from_mks_units
+// converts it. A refused value (a power at or below zero, a float overflow)
+// is copied to out unchanged, which is what the single conversion leaves in
+// a result that held the input. Returns how many were converted (n when all
+// were); out may be in.
+//
+// Example: in {1.0, 0.0, 0.01} W to dBm => out {30.0, 0.0, 10.0}, returns 2
+QORIN_EXPORT std::size_t convert_parm_values_from_mks_units(const double* in, std::size_t n,
+                                                            UnitAndMultiplier unit, double* out);
+
 // `from` => MKS => `to`. Types are not checked: 1 GHz to kOhm gives 1e6.
 QORIN_EXPORT bool convert_parm_value_units(double value, UnitAndMultiplier from, double* result,
                                            UnitAndMultiplier to);
-
-// The batch forms, for arrays of values in one unit: element i gets exactly
-// what the single-value call gives for in[i]. A linear unit is one multiply
-// (or divide) per element. `in` and `out` are the same array or do not
-// overlap. Null units throw as the single calls do, before any element is
-// written.
-QORIN_EXPORT void convert_parm_values_to_mks_units(const double* in, double* out, std::size_t count,
-                                                   UnitAndMultiplier unit);
-// Returns `count` when every element converted, else the index of the first
-// that could not (a non-positive power, the float overflow guard); the
-// elements before it are written, the rest are not.
-QORIN_EXPORT std::size_t convert_parm_values_from_mks_units(const double* in, double* out, std::size_t count,
-                                                           UnitAndMultiplier unit);
 
 }  // namespace qorin::units

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -31,15 +33,28 @@ TEST(UnitConversion, ToMksIsAPlainFactorExceptForDbmAndDbw) {
     EXPECT_EQ(convert_parm_value_to_mks_units(c.value, find_unit("dBW")), c.dbw_in_w) << c.value;
   }
   // And back: 10 log10(w) + 30, log10 correctly rounded, down to the
-  // smallest subnormal.
+  // smallest subnormal; infinite power is infinite dBm.
   const double watts[][2] = {{2.0, 33.01029995663981},      {0.5, 26.989700043360187}, {0.001, 0.0},
                              {123.456, 50.91512201627772},  {5e-324, -3203.062153431158},
-                             {1.7976931348623157e308, 3112.5471555991676}};
+                             {1.7976931348623157e308, 3112.5471555991676}, {HUGE_VAL, HUGE_VAL}};
   for (const auto& w : watts) {
     double dbm = 0;
     EXPECT_TRUE(convert_parm_value_from_mks_units(w[0], find_unit("dBm"), &dbm));
     EXPECT_EQ(dbm, w[1]) << w[0];
   }
+}
+
+// Below 2^-1022 a double keeps fewer bits: the power is rounded once, to
+// those, not first to 53 bits and then again (which gave 6.3095734448012744e-309).
+TEST(UnitConversion, SubnormalWattsAreRoundedOnce) {
+  const UnitAndMultiplier dbm = find_unit("dBm");
+  EXPECT_EQ(convert_parm_value_to_mks_units(-3052.0, dbm), 6.3095734448012695e-309);
+  EXPECT_EQ(convert_parm_value_to_mks_units(-3062.7, dbm), 5.3703179637027769e-310);
+  EXPECT_EQ(convert_parm_value_to_mks_units(-3203.0, dbm), 4.9406564584124654e-324);  // 10^-323.3: the smallest
+  EXPECT_EQ(convert_parm_value_to_mks_units(-3208.0, dbm), 0.0);                     // below half of it
+  EXPECT_EQ(convert_parm_value_to_mks_units(3112.5, dbm), 1.7782794100389228e308);
+  EXPECT_EQ(convert_parm_value_to_mks_units(3112.6, dbm), HUGE_VAL);                 // past DBL_MAX
+  EXPECT_EQ(convert_parm_value_to_mks_units(3120.0, dbm), HUGE_VAL);                 // 10^309
 }
 
 // From an MKS unit (factor 1) this is the conversion from MKS units.
@@ -80,28 +95,52 @@ TEST(UnitConversion, NullUnitsThrowPlainRuntimeErrors) {
   EXPECT_EQ(r, 4.5);  // set before anything can throw
 }
 
-TEST(UnitConversion, BatchesGiveTheSingleCallsResultsInPlace) {
-  const double values[] = {-150.5, 0.0, 0.1, 13.0, 47.3, 3100.0, -3300.0, 1e-300};
-  constexpr std::size_t count = sizeof(values) / sizeof(values[0]);
-  for (const char* name : {"dBm", "dBW", "pF", "mi", "Celsius"}) {
+std::uint64_t bits_of(double x) {
+  std::uint64_t bits;
+  std::memcpy(&bits, &x, sizeof bits);
+  return bits;
+}
+
+// Each value of a batch gets the bits the single conversion gives it, also
+// where the plain-factor loop runs vectorised; a refused value is copied.
+TEST(UnitConversion, BatchesMatchSingleConversionsBitForBit) {
+  const double values[] = {0.0,   -0.0,     1.0,  -1.0,     30.0,     0.1,       47.3,     -150.5,
+                           1e-310, 5e-324,  1e38, -1e38,    3.5e38,   1e300,     -3300.0,  3112.6,
+                           HUGE_VAL, -HUGE_VAL, std::numeric_limits<double>::quiet_NaN()};
+  constexpr std::size_t n = sizeof values / sizeof values[0];
+  for (const char* name : {"dBm", "dBW", "W", "mW", "kW", "pF", "GHz", "dB", "%"}) {
     const UnitAndMultiplier unit = find_unit(name);
-    double in_place[count];
-    std::copy(values, values + count, in_place);
-    convert_parm_values_to_mks_units(in_place, in_place, count, unit);
-    for (std::size_t i = 0; i < count; ++i) {
-      EXPECT_EQ(in_place[i], convert_parm_value_to_mks_units(values[i], unit)) << name << " " << values[i];
+    double to_mks[n], from_mks[n];
+    convert_parm_values_to_mks_units(values, n, unit, to_mks);
+    const std::size_t converted = convert_parm_values_from_mks_units(values, n, unit, from_mks);
+    std::size_t converted_singly = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+      EXPECT_EQ(bits_of(to_mks[i]), bits_of(convert_parm_value_to_mks_units(values[i], unit))) << name << " " << values[i];
+      double single = values[i];
+      converted_singly += convert_parm_value_from_mks_units(values[i], unit, &single);
+      EXPECT_EQ(bits_of(from_mks[i]), bits_of(single)) << name << " " << values[i];
     }
+    EXPECT_EQ(converted, converted_singly) << name;
   }
-  // From MKS: stops at the first value the unit cannot hold, and writes
-  // nothing from there on.
-  const double watts[] = {1.0, 0.001, 0.0, 2.0};
-  double out[] = {-1.0, -1.0, -1.0, -1.0};
-  EXPECT_EQ(convert_parm_values_from_mks_units(watts, out, 4, find_unit("dBm")), 2u);
-  EXPECT_EQ(out[0], 30.0);
-  EXPECT_EQ(out[1], 0.0);
-  EXPECT_EQ(out[2], -1.0);
-  EXPECT_EQ(convert_parm_values_from_mks_units(watts, out, 2, find_unit("mW")), 2u);
-  EXPECT_EQ(out[0], 1000.0);
-  EXPECT_EQ(qorin::testing::thrown_message<std::runtime_error>([&] { convert_parm_values_to_mks_units(watts, out, 0, {}); }),
+}
+
+TEST(UnitConversion, BatchesWorkInPlaceAndCheckUnitsBeforeWriting) {
+  double values[] = {1.0, 0.0, 0.01};
+  EXPECT_EQ(convert_parm_values_from_mks_units(values, 3, find_unit("dBm"), values), 2u);
+  EXPECT_EQ(values[0], 30.0);
+  EXPECT_EQ(values[1], 0.0);  // refused, copied
+  EXPECT_EQ(values[2], 10.0);
+  convert_parm_values_to_mks_units(values, 3, find_unit("dBm"), values);
+  EXPECT_EQ(values[0], 1.0);
+  EXPECT_EQ(values[1], 0.001);
+  EXPECT_EQ(values[2], 0.01);
+  EXPECT_EQ(convert_parm_values_from_mks_units(nullptr, 0, find_unit("W"), nullptr), 0u);
+
+  double out = -7.0;
+  const auto error_of = [](auto call) { return qorin::testing::thrown_message<std::runtime_error>(call); };
+  EXPECT_EQ(error_of([&] { convert_parm_values_to_mks_units(values, 1, {}, &out); }),
             "Cannot convert parameter value from null units to mks units.");
+  EXPECT_EQ(error_of([&] { convert_parm_values_from_mks_units(values, 0, {find_unit_type("power"), nullptr}, &out); }),
+            "Cannot convert parameter value from mks units to null units.");
+  EXPECT_EQ(out, -7.0);
 }
