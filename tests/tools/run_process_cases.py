@@ -89,19 +89,20 @@ def case_screen_separation():
 
 
 def case_prompt_and_carriage_returns():
-    # A prompt without a line feed shows at once; a progress bar keeps its
-    # carriage returns on the screen and becomes one line in the log; bytes
-    # that are no text (NUL, invalid UTF-8) pass unchanged.
+    # A prompt on standard error without a line feed (as `read -p` writes
+    # it) shows there at once; a progress bar keeps its carriage returns on
+    # the screen and becomes one line in the log; bytes that are no text
+    # (NUL, invalid UTF-8) pass unchanged.
     fresh_log()
     p = start(["run", "--log", LOG, "--", "sh", "-c",
-               r'printf "Name? "; read x; printf "10%%\r20%%\r\000\377done $x\n"'])
-    read_until(p.stdout.fileno(), b"Name? ", 1)
+               r'printf "Name? " >&2; read x; printf "10%%\r20%%\r\000\377done $x\n"'])
+    read_until(p.stderr.fileno(), b"Name? ", 1)
     p.stdin.write(b"Bo\n")
     p.stdin.close()
-    rest = read_rest(p.stdout.fileno())
+    out = read_rest(p.stdout.fileno())
     check(p.wait(timeout=10) == 0, f"status {p.returncode}")
-    check(rest == b"10%\r20%\r\0\xffdone Bo\n", f"stdout {rest!r}")
-    check(read_log() == b"s:Name? 10%20%\0\xffdone Bo\n", f"log {read_log()!r}")
+    check(out == b"10%\r20%\r\0\xffdone Bo\n", f"stdout {out!r}")
+    check(read_log() == b"s:10%20%\0\xffdone Bo\ne:Name? \n", f"log {read_log()!r}")
 
 
 TRAP = 'trap "echo last words; echo gone >&2; exit 3" INT; echo ready; while :; do sleep 0.1; done'
