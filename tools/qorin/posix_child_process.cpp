@@ -101,6 +101,16 @@ struct Pipe {
   }
 };
 
+// A standard descriptor the tool was started without (`qorin run ... >&-`)
+// would be taken by the next pipe, which the tool would then write to as if
+// it were the screen: /dev/null stands in, where writes go nowhere, as they
+// would have.
+void keepStandardDescriptorsOpen() {
+  for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd) {
+    if (::fcntl(fd, F_GETFD) < 0) ::open("/dev/null", fd == STDIN_FILENO ? O_RDONLY : O_WRONLY);
+  }
+}
+
 void closeDescriptor(int& fd) {
   if (fd >= 0) ::close(fd);
   fd = -1;
@@ -171,6 +181,7 @@ int waitForExit(pid_t child) {
 
 ChildResult runChildProcess(const std::vector<std::string>& arguments, const ChildChunkReceiver& receive) {
   ChildResult result;
+  keepStandardDescriptorsOpen();
   Pipe output;
   Pipe error;
   if (!output.open() || !error.open()) {

@@ -104,9 +104,11 @@ CommandRegistration command{
           "The program's standard output and standard error reach qorin's own, byte for byte as they\n"
           "come; the log gets each line decorated, s: for output, e: for errors. Like `program | tee`,\n"
           "qorin reads until every writer of the program's output has closed it (background children\n"
-          "included), then exits. SIGINT, SIGTERM, SIGHUP and SIGQUIT sent to qorin go to the program.\n"
-          "Exit status: the program's (128 + the signal number when a signal ended it); 127 when it\n"
-          "cannot be started; 2 when the log cannot be opened or written.");
+          "included), then exits. SIGINT, SIGTERM, SIGHUP and SIGQUIT sent to qorin go to the program;\n"
+          "on Windows Ctrl-C and Ctrl-Break reach it through the console, and qorin waits for it.\n"
+          "Exit status: the program's (128 + the signal number when a signal ended it; on Windows the\n"
+          "whole exit code, exception codes included); 127 when it cannot be started; 2 when the log\n"
+          "cannot be opened or written.");
       return [options] { return run(*options); };
     }};
 
