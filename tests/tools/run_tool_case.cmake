@@ -1,5 +1,5 @@
 # Runs one qorin invocation and compares its standard output (line endings
-# normalised) with the expected file, its standard error with the expected
+# normalised) with the expected file or pattern, its standard error with the expected
 # file or pattern, and its exit status with EXPECT_STATUS.
 set(input_args)
 if(STDIN_FILE)
@@ -17,6 +17,9 @@ if(EXPECT_FILE AND NOT IS_DIRECTORY "${EXPECT_FILE}")
   if(NOT out STREQUAL expected)
     message(FATAL_ERROR "stdout differs from ${EXPECT_FILE}\n--- got:\n${out}\n--- expected:\n${expected}\nstderr:\n${err}")
   endif()
+endif()
+if(EXPECT_STDOUT AND NOT out MATCHES "${EXPECT_STDOUT}")
+  message(FATAL_ERROR "stdout does not match '${EXPECT_STDOUT}':\n${out}")
 endif()
 if(EXPECT_STDERR AND NOT err MATCHES "${EXPECT_STDERR}")
   message(FATAL_ERROR "stderr does not match '${EXPECT_STDERR}':\n${err}")

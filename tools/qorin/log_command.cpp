@@ -1,9 +1,10 @@
-// qorin log: one log line from a script, decorated like the program's own.
+// qorin log: log lines from a script, decorated like the program's own.
 #include "command.h"
 #include "log_options.h"
 
 #include <qorin/debug.h>
 
+#include <cstdio>
 #include <memory>
 
 namespace qorin::tool {
@@ -15,20 +16,35 @@ struct LogCommandOptions {
   std::string text;
 };
 
-int logLine(const LogCommandOptions& options) {
-  using Debug::Logger;
-  if (const std::string error = options.log.apply(); !error.empty()) return usage_error(error);
-  // With nowhere to log to, the line goes to standard error as it is.
-  if (!Logger::fileOutputInUse()) Logger::getInstance().multiplexer().enable(false);
-  Logger::logMsg((options.text + "\n").c_str());
+int logText(const LogCommandOptions& options) {
+  std::shared_ptr<BatchedLogFile> log;
+  if (const std::string error = options.log.open(log); !error.empty()) return usage_error(error);
+  std::string text = options.text;
+  if (text.empty() || text.back() != '\n') text += '\n';
+  if (!log) {
+    // With nowhere to log to, the text goes to standard error as it is.
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    return kExitOk;
+  }
+  // Each line decorated, all of them in one append.
+  Debug::Multiplexer& multiplexer = Debug::Logger::getInstance().multiplexer();
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = text.find('\n', start) + 1;
+    multiplexer.logGenericMsg(Debug::LOG_MSG, std::string_view(text).substr(start, end - start));
+    start = end;
+  }
+  log->writeBatch();
+  if (const std::string failure = log->failure(); !failure.empty()) return usage_error(failure);
   return kExitOk;
 }
 
-CommandRegistration command{"log", "Write one log line (l:) to the log file", [](CLI::App& app) -> CommandRun {
+CommandRegistration command{"log", "Write log lines (l:) to the log file", [](CLI::App& app) -> CommandRun {
                               auto options = std::make_shared<LogCommandOptions>();
                               options->log.addTo(app);
-                              app.add_option("TEXT", options->text, "The line's text")->required();
-                              return [options] { return logLine(*options); };
+                              app.add_option("TEXT", options->text, "The text; each of its lines becomes a log line")
+                                  ->required();
+                              app.footer("Exit status: 0; 2 when the log cannot be opened or written.");
+                              return [options] { return logText(*options); };
                             }};
 
 }  // namespace

@@ -1,9 +1,5 @@
 #include "log_options.h"
 
-#include <qorin/debug.h>
-
-#include <stdexcept>
-
 namespace qorin::tool {
 
 void LogOptions::addTo(CLI::App& app) {
@@ -13,17 +9,20 @@ void LogOptions::addTo(CLI::App& app) {
   app.add_flag("--thread-ids", threadIds, "Mark each log line with its thread, T1, T2, ...");
 }
 
-std::string LogOptions::apply() const {
-  using Debug::Logger;
-  try {
-    Logger::getInstance().multiplexer().addFileOutput(file);
-  } catch (const std::runtime_error& e) {
-    return e.what();
+std::string LogOptions::open(std::shared_ptr<BatchedLogFile>& log) const {
+  using namespace Debug;
+  Multiplexer& multiplexer = Logger::getInstance().multiplexer();
+  multiplexer.setPrefix(prefix);
+  multiplexer.enableTimestamps(timestamps);
+  multiplexer.enableThreadIDs(threadIds || qorinCoreLogAddThreadIDFlag().isSet());
+  const std::string name = file.empty() ? qorinCoreLogFileNameFlag().asString() : file;
+  if (name.empty()) return "";
+  log = std::make_shared<BatchedLogFile>(name);
+  if (std::string failure = log->failure(); !failure.empty()) {
+    log.reset();
+    return failure;
   }
-  Logger::initialize(nullptr, false);
-  Logger::setPrefix(prefix);
-  Logger::enableTimestamps(timestamps);
-  if (threadIds) Logger::enableThreadIDs(true);
+  multiplexer.addOutput(log);
   return "";
 }
 

@@ -2,8 +2,11 @@
 // and how its lines are decorated.
 #pragma once
 
+#include "batched_log_file.h"
+
 #include <CLI/CLI.hpp>
 
+#include <memory>
 #include <string>
 
 namespace qorin::tool {
@@ -16,10 +19,11 @@ struct LogOptions {
 
   // Adds --log FILE, --prefix TEXT, --timestamps and --thread-ids.
   void addTo(CLI::App& app);
-  // Sets the logger up: opens the file (without --log, the one named by the
-  // debug flag LOGFILE, if any) and the decoration. Returns "" or the
-  // error text ("Can't open log file: \"x\"").
-  std::string apply() const;
+  // Sets the decoration of the logger's multiplexer and opens the log: the
+  // --log file, else the one the debug flag LOGFILE names, else none
+  // (`log` stays null). Returns "" or the reason it could not be opened:
+  // `cannot open log file "no/dir/x": No such file or directory`.
+  std::string open(std::shared_ptr<BatchedLogFile>& log) const;
 };
 
 }  // namespace qorin::tool

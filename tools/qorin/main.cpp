@@ -56,6 +56,9 @@ int run(int argc, char** argv) {
   app.footer(
       "Exit status: 0 success; 1 an input was invalid or could not be converted; 2 usage error,\n"
       "or an input that could not be read or output that could not be written.");
+  // The tool is built with its library, from the same tree: one version.
+  app.set_version_flag("--version", "qorin " QORIN_VERSION " (QorinCore " QORIN_VERSION ", " QORIN_PLATFORM ")",
+                       "Print the tool's and the library's version and the platform");
   app.require_subcommand(1);
   std::map<CLI::App*, CommandRun> runs;
   for (const Command& command : registered_commands()) {
@@ -67,6 +70,8 @@ int run(int argc, char** argv) {
   } catch (const CLI::CallForHelp& e) {
     return app.exit(e);
   } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForVersion& e) {
     return app.exit(e);
   } catch (const CLI::ParseError& e) {
     app.exit(e);
