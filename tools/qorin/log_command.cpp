@@ -17,7 +17,7 @@ struct LogCommandOptions {
 };
 
 int logText(const LogCommandOptions& options) {
-  std::shared_ptr<BatchedLogFile> log;
+  std::shared_ptr<Debug::OutputHandlerFile> log;
   if (const std::string error = options.log.open(log); !error.empty()) return usage_error(error);
   std::string text = options.text;
   if (text.empty() || text.back() != '\n') text += '\n';
@@ -27,14 +27,8 @@ int logText(const LogCommandOptions& options) {
     return kExitOk;
   }
   // Each line decorated, all of them in one append.
-  Debug::Multiplexer& multiplexer = Debug::Logger::getInstance().multiplexer();
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = text.find('\n', start) + 1;
-    multiplexer.logGenericMsg(Debug::LOG_MSG, std::string_view(text).substr(start, end - start));
-    start = end;
-  }
-  log->writeBatch();
-  if (const std::string failure = log->failure(); !failure.empty()) return usage_error(failure);
+  Debug::StreamLineLogger(Debug::Logger::getInstance().multiplexer(), Debug::LOG_MSG).log(text);
+  if (const std::string failure = logFileFailure(*log); !failure.empty()) return usage_error(failure);
   return kExitOk;
 }
 

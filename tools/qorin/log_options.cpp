@@ -9,7 +9,7 @@ void LogOptions::addTo(CLI::App& app) {
   app.add_flag("--thread-ids", threadIds, "Mark each log line with its thread, T1, T2, ...");
 }
 
-std::string LogOptions::open(std::shared_ptr<BatchedLogFile>& log) const {
+std::string LogOptions::open(std::shared_ptr<Debug::OutputHandlerFile>& log) const {
   using namespace Debug;
   Multiplexer& multiplexer = Logger::getInstance().multiplexer();
   multiplexer.setPrefix(prefix);
@@ -17,13 +17,21 @@ std::string LogOptions::open(std::shared_ptr<BatchedLogFile>& log) const {
   multiplexer.enableThreadIDs(threadIds || qorinCoreLogAddThreadIDFlag().isSet());
   const std::string name = file.empty() ? qorinCoreLogFileNameFlag().asString() : file;
   if (name.empty()) return "";
-  log = std::make_shared<BatchedLogFile>(name);
-  if (std::string failure = log->failure(); !failure.empty()) {
+  log = std::make_shared<OutputHandlerFile>(name);
+  if (std::string failure = logFileFailure(*log); !failure.empty()) {
     log.reset();
     return failure;
   }
   multiplexer.addOutput(log);
   return "";
+}
+
+std::string logFileFailure(Debug::OutputHandlerFile& log) {
+  const std::error_code opening = log.openError();
+  const std::error_code writing = log.writeError();
+  if (!opening && !writing) return "";
+  return std::string(opening ? "cannot open" : "cannot write") + " log file \"" + log.getFilename() +
+         "\": " + (opening ? opening : writing).message();
 }
 
 }  // namespace qorin::tool

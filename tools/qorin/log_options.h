@@ -2,7 +2,7 @@
 // and how its lines are decorated.
 #pragma once
 
-#include "batched_log_file.h"
+#include <qorin/debug.h>
 
 #include <CLI/CLI.hpp>
 
@@ -23,7 +23,12 @@ struct LogOptions {
   // --log file, else the one the debug flag LOGFILE names, else none
   // (`log` stays null). Returns "" or the reason it could not be opened:
   // `cannot open log file "no/dir/x": No such file or directory`.
-  std::string open(std::shared_ptr<BatchedLogFile>& log) const;
+  std::string open(std::shared_ptr<Debug::OutputHandlerFile>& log) const;
 };
+
+// "" while the log file is open and every write went through; else the
+// tool's message: `cannot open log file "NAME": REASON` or
+// `cannot write log file "NAME": REASON`.
+std::string logFileFailure(Debug::OutputHandlerFile& log);
 
 }  // namespace qorin::tool

@@ -4,7 +4,6 @@
 #include "child_process.h"
 #include "command.h"
 #include "log_options.h"
-#include "stream_lines.h"
 
 #include <qorin/debug.h>
 
@@ -34,17 +33,15 @@ bool show(std::FILE* screen, std::string_view bytes) {
   return false;
 }
 
-// What a program writes, to the screen and to the log.
+// What a program writes, to the screen and to the log: each chunk's
+// complete lines reach the log file with one append.
 class Relay {
  public:
-  explicit Relay(std::shared_ptr<BatchedLogFile> log) : log_(std::move(log)) {}
+  explicit Relay(std::shared_ptr<Debug::OutputHandlerFile> log) : log_(std::move(log)) {}
 
   bool take(ChildStream stream, std::string_view bytes) {
     const bool shown = show(stream == ChildStream::output ? stdout : stderr, bytes);
-    if (log_) {
-      linesOf(stream).add(bytes, [&](std::string_view line) { logLine(stream, line); });
-      log_->writeBatch();
-    }
+    if (log_) linesOf(stream).log(bytes);
     return shown;
   }
 
@@ -52,28 +49,23 @@ class Relay {
   // "" or why the log is incomplete.
   std::string finish(const std::string& note) {
     if (!log_) return "";
-    for (ChildStream stream : {ChildStream::error, ChildStream::output}) {
-      linesOf(stream).finish([&](std::string_view line) { logLine(stream, line); });
-    }
-    if (!note.empty()) logLine(ChildStream::error, note);
-    log_->writeBatch();
-    return log_->failure();
+    error_.finish();
+    output_.finish();
+    if (!note.empty()) multiplexer().logGenericMsg(Debug::ERR_MSG, note);
+    return logFileFailure(*log_);
   }
 
  private:
-  StreamLines& linesOf(ChildStream stream) { return stream == ChildStream::output ? output_ : error_; }
-  static void logLine(ChildStream stream, std::string_view line) {
-    Debug::Logger::getInstance().multiplexer().logGenericMsg(
-        stream == ChildStream::output ? Debug::STD_MSG : Debug::ERR_MSG, line);
-  }
+  static Debug::Multiplexer& multiplexer() { return Debug::Logger::getInstance().multiplexer(); }
+  Debug::StreamLineLogger& linesOf(ChildStream stream) { return stream == ChildStream::output ? output_ : error_; }
 
-  std::shared_ptr<BatchedLogFile> log_;
-  StreamLines output_;
-  StreamLines error_;
+  std::shared_ptr<Debug::OutputHandlerFile> log_;
+  Debug::StreamLineLogger output_{multiplexer(), Debug::STD_MSG};
+  Debug::StreamLineLogger error_{multiplexer(), Debug::ERR_MSG};
 };
 
 int run(const RunOptions& options) {
-  std::shared_ptr<BatchedLogFile> log;
+  std::shared_ptr<Debug::OutputHandlerFile> log;
   if (const std::string error = options.log.open(log); !error.empty()) return usage_error(error);
   Relay relay(log);
   const ChildResult result = runChildProcess(
