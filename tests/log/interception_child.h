@@ -40,6 +40,15 @@ namespace qorin::testing {
 #define EXPECT_IN_CHILD(story) \
   EXPECT_EXIT(::qorin::testing::finishChild((story)()), ::testing::ExitedWithCode(0), "")
 
+// The sanitizers bring deadly-signal handlers and exit-time leak checks of
+// their own, which write into the intercepted streams and end the process
+// their own way.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kSanitized = true;
+#else
+constexpr bool kSanitized = false;
+#endif
+
 // A story that would hang (a deadlock, a reader that never ends a line)
 // ends the child with status 3 after `seconds` instead.
 inline void watchdog(int seconds) {

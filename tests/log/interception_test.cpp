@@ -171,7 +171,10 @@ TEST_F(Interception, DyingProcessesLogWhatTheyWrote) {
   const Death deaths[] = {
       {"abort", [] { std::abort(); }, ""},
       {"uncaught exception", [] { std::thread([] { throw std::runtime_error("boom"); }).join(); }, "what():  boom\n"},
-      {"invalid memory access", [] { *static_cast<volatile int*>(nullptr) = 1; }, ""},
+      {"invalid memory access", [] {
+         void (*volatile nowhere)() = nullptr;  // a call, which the undefined-behaviour checks let through
+         nowhere();
+       }, ""},
   };
   const std::string expected = qorin::testing::numberedLines("line", 20000, true);
   for (const Death& death : deaths) {

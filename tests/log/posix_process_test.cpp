@@ -59,6 +59,7 @@ TEST_F(LoggerProcess, ClosedStandardDescriptorsAtStart) {
 // exits, _exits or execs, the parent logs every line once and the child
 // neither steals the parent's bytes nor repeats its unfinished line.
 TEST_F(LoggerProcess, ForkedChildrenLeaveThePipesToTheParent) {
+  if (qorin::testing::kSanitized) GTEST_SKIP() << "the leak check of each exiting child writes into the pipes";
   const SharedLogFile log("QORIN_FORK_TEST_LOG", "fork");
   EXPECT_EXIT(
       {
@@ -121,13 +122,20 @@ TEST_F(LoggerProcess, FatalSignalsChainToThePreviousHandler) {
       std::fwrite(burst.data(), 1, burst.size(), stdout);
       ::raise(c.signal);
     };
+    // A sanitizer's own handler reports into the pipes and exits instead.
+    const auto diedOfIt = [&](int status) {
+      return qorin::testing::kSanitized ? status != 0 : ::testing::KilledBySignal(c.signal)(status);
+    };
     if (c.ownHandler) {
       EXPECT_EXIT(statement(), ::testing::ExitedWithCode(7), "");
     } else {
-      EXPECT_EXIT(statement(), ::testing::KilledBySignal(c.signal), "");
+      EXPECT_EXIT(statement(), diedOfIt, "");
     }
-    EXPECT_EQ(log.read(), qorin::testing::numberedLines("line", 5000, true) + (c.ownHandler ? "own handler\n" : ""))
-        << "signal " << c.signal;
+    const std::string lines = qorin::testing::numberedLines("line", 5000, true);
+    const std::string expected = lines + (c.ownHandler ? "own handler\n" : "");
+    const std::string got = log.read();
+    EXPECT_TRUE(qorin::testing::kSanitized && !c.ownHandler ? got.compare(0, lines.size(), lines) == 0 : got == expected)
+        << "signal " << c.signal << ": " << got.size() << " bytes, the end: " << got.substr(got.size() > 300 ? got.size() - 300 : 0);
   }
 }
 
