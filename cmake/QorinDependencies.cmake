@@ -8,7 +8,14 @@ if(NOT CMAKE_CROSSCOMPILING)
   find_package(fmt CONFIG REQUIRED)
   find_package(utf8cpp CONFIG REQUIRED)
   find_package(FastFloat CONFIG REQUIRED)
-  set(QORIN_FMT_TARGET fmt::fmt)
+  # {fmt} is linked by its file: through fmt::fmt, the exported QorinCore
+  # target would name fmt as a library it depends on, though callers need none.
+  add_library(qorin::fmt INTERFACE IMPORTED)
+  set_target_properties(qorin::fmt PROPERTIES
+    INTERFACE_LINK_LIBRARIES "$<TARGET_FILE:fmt::fmt>"
+    INTERFACE_INCLUDE_DIRECTORIES "$<TARGET_PROPERTY:fmt::fmt,INTERFACE_INCLUDE_DIRECTORIES>"
+    INTERFACE_COMPILE_DEFINITIONS "$<TARGET_PROPERTY:fmt::fmt,INTERFACE_COMPILE_DEFINITIONS>")
+  set(QORIN_FMT_TARGET qorin::fmt)
   set(QORIN_UTF8CPP_TARGET utf8cpp)
   set(QORIN_FAST_FLOAT_TARGET FastFloat::fast_float)
   return()

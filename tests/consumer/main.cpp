@@ -1,8 +1,7 @@
 // Links the installed library and checks a few results through its public
-// headers, including {fmt}, which reaches callers through the package.
+// headers. It uses no {fmt}: the package must not need it (the check script
+// also configures this project with {fmt} hidden from CMake).
 #include <qorin/text.h>
-
-#include <fmt/format.h>
 
 #include <cstdio>
 #include <string>
@@ -16,7 +15,7 @@ int main() {
     }
   };
   expect(qorin::padString("ab", 4), "  ab");
-  expect(fmt::format("{}-{}", "qorin", 1), "qorin-1");
+  expect(qorin::encode_to_variable_name("a.b c", ""), "a_2eb_20c");
   std::puts(failures == 0 ? "consumer: ok" : "consumer: FAILED");
   return failures == 0 ? 0 : 1;
 }
