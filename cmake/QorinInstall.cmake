@@ -1,19 +1,38 @@
+# What `cmake --install` puts where, in four components that the packages
+# (QorinPackaging.cmake) split along: runtime (the shared library), development
+# (headers, import library, CMake package, QorinCore.pc), tools (qorin, its
+# man page and completion) and python (the module).
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 install(TARGETS QorinCore EXPORT QorinCoreTargets
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY include/qorin DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/qorin DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/include/qorin/export.h
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorin)
-install(FILES LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qorin COMPONENT development)
+if(WIN32)
+  # The MinGW runtime as Debian ships it carries its debugging information
+  # (libstdc++ alone is 23 MB): callers get it stripped.
+  set(stripped_runtime ${PROJECT_BINARY_DIR}/stripped-runtime)
+  foreach(dll IN LISTS QORIN_MINGW_RUNTIME_DLLS)
+    get_filename_component(name ${dll} NAME)
+    if(${dll} IS_NEWER_THAN ${stripped_runtime}/${name})
+      file(MAKE_DIRECTORY ${stripped_runtime})
+      execute_process(COMMAND ${CMAKE_STRIP} --strip-debug -o ${stripped_runtime}/${name} ${dll}
+                      COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+    install(FILES ${stripped_runtime}/${name} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+  endforeach()
+endif()
 
 # The installed package may be moved or installed with --prefix elsewhere:
-# the tool finds the library relative to itself (on Windows the DLL sits
-# beside it anyway), and QorinCore.pc names its folders relative to its own.
+# the tool and the module find the library relative to themselves (on
+# Windows the DLL sits beside the tool anyway). An installation into the
+# system's own library folder needs no search path, and Debian forbids one.
+list(FIND CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES "${CMAKE_INSTALL_FULL_LIBDIR}" system_libdir)
 function(qorin_relative_path out from to)
   file(RELATIVE_PATH path ${CMAKE_INSTALL_PREFIX}/${from} ${CMAKE_INSTALL_PREFIX}/${to})
   string(REGEX REPLACE "/$" "" path "${path}")
@@ -22,39 +41,31 @@ function(qorin_relative_path out from to)
   endif()
   set(${out} ${path} PARENT_SCOPE)
 endfunction()
+function(qorin_find_library_relatively target from)
+  if(system_libdir EQUAL -1)
+    qorin_relative_path(to_lib ${from} ${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${to_lib}")
+  endif()
+endfunction()
 
 if(TARGET qorin)
-  qorin_relative_path(bin_to_lib ${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(qorin PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
-  install(TARGETS qorin RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  qorin_find_library_relatively(qorin ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS qorin RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 endif()
 
 # The Python module goes into the prefix's own package folder, with its type
-# stub beside it, and finds the library relative to itself like the tool.
+# stub beside it.
 if(TARGET qorin_python)
   set(QORIN_PYTHON_INSTALL_DIR "lib/python${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}/site-packages"
       CACHE STRING "Where the qorin Python module is installed, relative to the prefix")
-  qorin_relative_path(python_to_lib ${QORIN_PYTHON_INSTALL_DIR} ${CMAKE_INSTALL_LIBDIR})
-  set_target_properties(qorin_python PROPERTIES INSTALL_RPATH "$ORIGIN/${python_to_lib}")
-  install(TARGETS qorin_python LIBRARY DESTINATION ${QORIN_PYTHON_INSTALL_DIR})
-  install(FILES python/qorin.pyi DESTINATION ${QORIN_PYTHON_INSTALL_DIR})
-endif()
-
-set(QORIN_FMT_HEADER_ONLY OFF)
-set(QORIN_PC_REQUIRES fmt)
-set(QORIN_PC_CFLAGS)
-if(CMAKE_CROSSCOMPILING)
-  # Callers on Windows get {fmt} header-only from the package itself, and
-  # the MinGW runtime beside the DLL.
-  set(QORIN_FMT_HEADER_ONLY ON)
-  set(QORIN_PC_REQUIRES)
-  set(QORIN_PC_CFLAGS " -DFMT_HEADER_ONLY=1")
-  install(DIRECTORY ${QORIN_STAGED_HEADERS}/fmt DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-  install(FILES ${QORIN_MINGW_RUNTIME_DLLS} DESTINATION ${CMAKE_INSTALL_BINDIR})
+  qorin_find_library_relatively(qorin_python ${QORIN_PYTHON_INSTALL_DIR})
+  install(TARGETS qorin_python LIBRARY DESTINATION ${QORIN_PYTHON_INSTALL_DIR} COMPONENT python)
+  install(FILES python/qorin.pyi DESTINATION ${QORIN_PYTHON_INSTALL_DIR} COMPONENT python)
 endif()
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/QorinCore)
-install(EXPORT QorinCoreTargets NAMESPACE QorinCore:: DESTINATION ${config_dir})
+install(EXPORT QorinCoreTargets NAMESPACE QorinCore:: DESTINATION ${config_dir}
+        COMPONENT development)
 configure_package_config_file(cmake/QorinCoreConfig.cmake.in
   ${PROJECT_BINARY_DIR}/QorinCoreConfig.cmake INSTALL_DESTINATION ${config_dir})
 # Before 1.0 every minor release may break callers: 0.1.x serves a request
@@ -68,9 +79,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/QorinCoreConfigVersion.cm
   COMPATIBILITY ${compatibility})
 install(FILES ${PROJECT_BINARY_DIR}/QorinCoreConfig.cmake
               ${PROJECT_BINARY_DIR}/QorinCoreConfigVersion.cmake
-        DESTINATION ${config_dir})
+        DESTINATION ${config_dir} COMPONENT development)
 
 set(pc_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 qorin_relative_path(QORIN_PC_PREFIX ${pc_dir} .)
 configure_file(cmake/QorinCore.pc.in ${PROJECT_BINARY_DIR}/QorinCore.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/QorinCore.pc DESTINATION ${pc_dir})
+install(FILES ${PROJECT_BINARY_DIR}/QorinCore.pc DESTINATION ${pc_dir} COMPONENT development)
