@@ -16,7 +16,7 @@ _qorin_options()
         [[ $line =~ $pattern ]] || continue
         [[ ${BASH_REMATCH[1]} ]] && echo "${BASH_REMATCH[1]%,}"
         echo "${BASH_REMATCH[2]}${BASH_REMATCH[4]:+ ${BASH_REMATCH[4]}}"
-    done < <("$qorin" $command --help 2>/dev/null)
+    done < <("$qorin" ${command:+"$command"} --help 2>/dev/null)
 }
 
 # Prints the commands that `qorin --help` lists, one per line.
