@@ -179,18 +179,20 @@ CommandRegistration annotate_registration{
     "annotate", "Check parameter annotations and write them back in canonical form",
     [](CLI::App& app) -> CommandRun {
       auto options = std::make_shared<AnnotateOptions>();
-      app.description(
+      // The summary stays the one line that `qorin --help` lists; the rest
+      // of the story goes below the options.
+      app.footer(
           "Checks each TEXT, then each line of every --file (standard input when there is\n"
           "neither), and shows the canonical text, the verdict, the nominal and every option.\n"
           "Problems go to standard error as FILE:LINE: error: ... or FILE:LINE: warning: ...\n"
-          "(<args> and the position for a TEXT, <stdin> for standard input).");
-      app.footer(
+          "(<args> and the position for a TEXT, <stdin> for standard input).\n"
           "Exit status:\n"
           "  0  every input valid (and, with --strict, without warnings)\n"
           "  1  some input invalid, a line too long, or a warning under --strict\n"
           "  2  usage error, or an input that could not be read or output not written");
       options->type_option =
-          app.add_option("--type", options->type, "Unit type of the values: " + valid_type_names());
+          app.add_option("--type", options->type, "Unit type of the values: " + valid_type_names())
+              ->type_name("TYPE");
       options->legacy_option =
           app.add_option("--legacy", options->legacy, "Unit type by its legacy code, -2 (string) to 15 (pct)");
       CLI::Option* any_unit =
@@ -204,6 +206,7 @@ CommandRegistration annotate_registration{
           ->excludes(json);
       app.add_flag("--strict", options->strict, "Warnings fail the run too");
       app.add_option("--file", options->files, "Read annotations from FILE, one per line; - is standard input")
+          ->type_name("FILE")
           ->allow_extra_args(false);
       app.add_option("--max-line-bytes", options->max_line_bytes, "Longer lines are reported and skipped (default 1048576)")
           ->check(CLI::PositiveNumber);

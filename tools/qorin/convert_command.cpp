@@ -77,7 +77,8 @@ CommandRegistration convert_command{
       app.add_option("FROM_UNIT", args->from, "The value's unit, exact spelling (dBm, kHz, mOhm)")
           ->required();
       app.add_option("TO_UNIT", args->to, "The unit to convert to, of the same type")->required();
-      app.add_option("--type", args->type, "The unit type, where both units exist in several (lng, dist)");
+      app.add_option("--type", args->type, "The unit type, where both units exist in several (lng, dist)")
+          ->type_name("TYPE");
       app.footer(
           "Example: qorin convert 10 dBm mW  prints 10\n"
           "Exit status:\n"

@@ -3,7 +3,7 @@
 namespace qorin::tool {
 
 void LogOptions::addTo(CLI::App& app) {
-  app.add_option("--log", file, "Append the log to FILE");
+  app.add_option("--log", file, "Append the log to FILE")->type_name("FILE");
   app.add_option("--prefix", prefix, "Put TEXT: before each log line");
   app.add_flag("--timestamps", timestamps, "Start each log line with the local time");
   app.add_flag("--thread-ids", threadIds, "Mark each log line with its thread, T1, T2, ...");
