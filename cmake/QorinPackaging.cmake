@@ -9,9 +9,47 @@ set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_THREADS 2)
 
+# Code compiled in from header-only libraries, and on Windows the MinGW
+# runtime shipped beside it, comes with its licence: THIRD-PARTY-NOTICES
+# gathers the copyright files of the Debian packages they were built from.
+# qorin_third_party_notices(OUT "WHAT|DEBIAN-PACKAGE"...)
+function(qorin_third_party_notices out)
+  set(text "QorinCore contains code of the following projects, under their own licences.\n")
+  foreach(entry IN LISTS ARGN)
+    string(REPLACE "|" ";" entry "${entry}")
+    list(GET entry 0 what)
+    list(GET entry 1 package)
+    set(copyright /usr/share/doc/${package}/copyright)
+    if(NOT EXISTS ${copyright})
+      message(FATAL_ERROR "${copyright} is missing: run ./scripts/bootstrap")
+    endif()
+    file(READ ${copyright} notice)
+    string(APPEND text "\n==== ${what} (from the Debian package ${package})\n\n${notice}")
+  endforeach()
+  file(WRITE ${out} "${text}")
+endfunction()
+set(library_notices "{fmt}, in the library|libfmt-dev" "utfcpp, in the library|libutfcpp-dev"
+    "fast_float, in the library|libfast-float-dev")
+set(tool_notices "CLI11, in qorin|libcli11-dev" "JSON for Modern C++, in qorin|nlohmann-json3-dev")
+set(python_notices "pybind11, in the Python module|pybind11-dev")
+set(windows_notices
+    "the GCC runtime: libstdc++-6.dll and libgcc_s_seh-1.dll|gcc-mingw-w64-x86-64-posix-runtime"
+    "the MinGW-w64 runtime: libwinpthread-1.dll and the start-up code|mingw-w64-x86-64-dev")
+
 if(NOT QORIN_DEBIAN_LAYOUT)
-  install(FILES LICENSE CHANGELOG.md README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}
-          COMPONENT runtime)
+  set(notices ${library_notices})
+  if(TARGET qorin)
+    list(APPEND notices ${tool_notices})
+  endif()
+  if(TARGET qorin_python)
+    list(APPEND notices ${python_notices})
+  endif()
+  if(WIN32)
+    list(APPEND notices ${windows_notices})
+  endif()
+  qorin_third_party_notices(${PROJECT_BINARY_DIR}/THIRD-PARTY-NOTICES ${notices})
+  install(FILES LICENSE CHANGELOG.md README.md ${PROJECT_BINARY_DIR}/THIRD-PARTY-NOTICES
+          DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 endif()
 
 if(WIN32)
@@ -84,10 +122,11 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debia
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS runtime)  # the -dev package's exact version
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 if(TARGET qorin_python)
-  # The module is built for one Python version, which its file name names.
+  # The module is built for one Python version, which its file name names;
+  # it takes and gives NumPy arrays.
   math(EXPR python_next_minor "${Python_VERSION_MINOR} + 1")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
-      "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${python_next_minor})")
+      "python3 (>= ${Python_VERSION_MAJOR}.${Python_VERSION_MINOR}), python3 (<< ${Python_VERSION_MAJOR}.${python_next_minor}), python3-numpy")
 endif()
 
 if(QORIN_DEBIAN_LAYOUT)
@@ -112,16 +151,23 @@ if(QORIN_DEBIAN_LAYOUT)
   foreach(file changelog.Debian changelog)
     execute_process(COMMAND gzip -9nkf ${debian_docs}/${file} COMMAND_ERROR_IS_FATAL ANY)
   endforeach()
+  set(runtime_notices ${library_notices})
+  set(tools_notices "{fmt}, in qorin|libfmt-dev" ${tool_notices})
   foreach(component runtime development tools python)
     string(TOUPPER ${component} upper)
     if((component STREQUAL "tools" AND NOT TARGET qorin)
        OR (component STREQUAL "python" AND NOT TARGET qorin_python))
       continue()
     endif()
+    set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
     install(FILES ${debian_docs}/copyright ${debian_docs}/changelog.Debian.gz
                   ${debian_docs}/changelog.gz
-            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME}
-            COMPONENT ${component})
+            DESTINATION ${doc_dir} COMPONENT ${component})
+    if(${component}_notices)
+      qorin_third_party_notices(${debian_docs}/${component}/THIRD-PARTY-NOTICES ${${component}_notices})
+      install(FILES ${debian_docs}/${component}/THIRD-PARTY-NOTICES
+              DESTINATION ${doc_dir} COMPONENT ${component})
+    endif()
   endforeach()
 endif()
 

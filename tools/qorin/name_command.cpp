@@ -33,7 +33,7 @@ CommandRegistration encode{
           "from 0x10 to 0x7F). Other bytes are encoded but do not come back: a byte below 0x10 gives\n"
           "a single hex digit (a tab gives _9), a byte from 0x80 up gives _- and its distance below\n"
           "0x100 (each byte of a UTF-8 letter: C3 BC gives _-3d_-44). decode-name refuses such a\n"
-          "name, or reads a single digit together with the next character as another byte.\n"
+          "name, or reads a single digit together with the next character as another byte.\n\n"
           "Exit status: 0 encoded; 2 usage error or output that could not be written.");
       return [arguments] {
         std::cout << encode_to_variable_name(arguments->text, arguments->prefix) << "\n";
